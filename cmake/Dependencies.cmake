@@ -1,0 +1,20 @@
+# Everything that is installed rather than written here. The README says what each is for.
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
+find_package(CURL 7.85 REQUIRED)
+find_package(tomlplusplus 3.3 REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(microhttpd REQUIRED IMPORTED_TARGET libmicrohttpd>=0.9.75)
+
+find_package(Log4Qt CONFIG QUIET)
+if(Log4Qt_FOUND)
+    message(STATUS "Log4Qt: installed version ${Log4Qt_VERSION}")
+else()
+    message(STATUS "Log4Qt: not installed, building log4qt/ in its place")
+    add_subdirectory(log4qt)
+endif()
+
+if(VIEWCONNECTOR_TESTS)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+    find_package(GTest REQUIRED)
+endif()
