@@ -1,0 +1,5 @@
+#include <BaseActivityListener.h>
+
+BaseActivityListener::BaseActivityListener(QObject *parent) : QObject(parent) {}
+
+BaseActivityListener::~BaseActivityListener() = default;

@@ -1,0 +1,107 @@
+#include <Config.h>
+
+#include "TomlReader.h"
+
+#include <SingletonDefinition.h>
+
+#include <QReadLocker>
+#include <QRegularExpression>
+#include <QWriteLocker>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+template class Singleton<Config>;
+
+namespace {
+
+/// "View.Style:displayType" is the name "displayType" in the group "View.Style".
+std::pair<QString, QString> splitKey(const QString &key)
+{
+    const auto colon = key.indexOf(u':');
+    return colon < 0 ? std::pair(QString(), key) : std::pair(key.left(colon), key.mid(colon + 1));
+}
+
+} // namespace
+
+void Config::load(const QString &fileName)
+{
+    auto groups = readToml(fileName);
+    const QWriteLocker guard(&m_lock);
+    m_groups = std::move(groups);
+}
+
+QVariant Config::value(const QString &key, const QVariant &defaultValue) const
+{
+    const auto [group, name] = splitKey(key);
+    const QReadLocker guard(&m_lock);
+    const auto found = m_groups.constFind(group);
+    return found == m_groups.cend() ? defaultValue : found->value(name, defaultValue);
+}
+
+QString Config::stringValue(const QString &key, const QString &defaultValue) const
+{
+    return value(key, defaultValue).toString();
+}
+
+int Config::intValue(const QString &key, int defaultValue) const
+{
+    using Int = std::numeric_limits<int>;
+    return static_cast<int>(
+        std::clamp<qlonglong>(value(key, defaultValue).toLongLong(), Int::min(), Int::max()));
+}
+
+bool Config::boolValue(const QString &key, bool defaultValue) const
+{
+    return value(key, defaultValue).toBool();
+}
+
+QStringList Config::groupKeys(const QString &group, bool ownOnly) const
+{
+    const QReadLocker guard(&m_lock);
+    QStringList names = m_groups.value(group).keys();
+    if (ownOnly)
+        return names;
+
+    const QString prefix = group + u'.';
+    for (auto child = m_groups.cbegin(); child != m_groups.cend(); ++child) {
+        if (!child.key().startsWith(prefix))
+            continue;
+        for (const auto &name : child->keys())
+            names.append(child.key().mid(prefix.size()) + u':' + name);
+    }
+    return names;
+}
+
+QStringList Config::childGroups(const QString &pattern, bool withKeysOnly) const
+{
+    const QString expression =
+        QRegularExpression::escape(pattern).replace(QStringLiteral("\\*"), QStringLiteral(".*"));
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(expression));
+
+    const QReadLocker guard(&m_lock);
+    QStringList names;
+    for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group) {
+        if (withKeysOnly && group->isEmpty())
+            continue;
+        if (whole.match(group.key()).hasMatch())
+            names.append(group.key());
+    }
+    return names;
+}
+
+bool Config::isTouchInterface() const
+{
+    return boolValue(QStringLiteral("View.Interface:touchng"), false);
+}
+
+void Config::setValue(const QString &key, const QVariant &value)
+{
+    const auto [group, name] = splitKey(key);
+    const QWriteLocker guard(&m_lock);
+    if (value.isValid())
+        m_groups[group].insert(name, value);
+    else if (const auto found = m_groups.find(group); found != m_groups.end())
+        found->remove(name);
+}

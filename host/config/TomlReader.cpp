@@ -1,0 +1,97 @@
+#include "TomlReader.h"
+
+#include <ConfigError.h>
+
+#include <QFile>
+#include <QVariantList>
+
+#include <toml++/toml.h>
+
+#include <sstream>
+#include <string_view>
+
+namespace {
+
+QString text(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QVariant toVariant(const toml::node &node);
+
+QVariantList toList(const toml::array &array)
+{
+    QVariantList list;
+    for (const auto &element : array)
+        list.append(toVariant(element));
+    return list;
+}
+
+QVariantMap toMap(const toml::table &table)
+{
+    QVariantMap map;
+    for (const auto &[key, node] : table)
+        map.insert(text(key.str()), toVariant(node));
+    return map;
+}
+
+QVariant toVariant(const toml::node &node)
+{
+    if (const auto *string = node.as_string())
+        return text(string->get());
+    if (const auto *integer = node.as_integer())
+        return QVariant::fromValue<qlonglong>(integer->get());
+    if (const auto *number = node.as_floating_point())
+        return number->get();
+    if (const auto *boolean = node.as_boolean())
+        return boolean->get();
+    if (const auto *array = node.as_array())
+        return toList(*array);
+    if (const auto *table = node.as_table())
+        return toMap(*table);
+
+    std::ostringstream dateOrTime;
+    node.visit([&](const auto &value) { dateOrTime << value; });
+    return QString::fromStdString(dateOrTime.str());
+}
+
+/// A table that only leads to deeper ones is no group of its own.
+void collectGroups(const toml::table &table, const QString &name,
+                   QMap<QString, QVariantMap> &groups)
+{
+    QVariantMap values;
+    for (const auto &[key, node] : table) {
+        const QString keyName = text(key.str());
+        if (const auto *child = node.as_table())
+            collectGroups(*child, name.isEmpty() ? keyName : name + u'.' + keyName, groups);
+        else
+            values.insert(keyName, toVariant(node));
+    }
+    if (!values.isEmpty() || table.empty())
+        groups.insert(name, values);
+}
+
+} // namespace
+
+QMap<QString, QVariantMap> readToml(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ConfigError(
+            QStringLiteral("%1: cannot be read: %2").arg(fileName, file.errorString()));
+
+    try {
+        const QByteArray content = file.readAll();
+        QMap<QString, QVariantMap> groups;
+        collectGroups(toml::parse(std::string_view(content.constData(),
+                                                   static_cast<std::size_t>(content.size()))),
+                      {}, groups);
+        return groups;
+    } catch (const toml::parse_error &error) {
+        throw ConfigError(QStringLiteral("%1:%2:%3: %4")
+                              .arg(fileName)
+                              .arg(error.source().begin.line)
+                              .arg(error.source().begin.column)
+                              .arg(text(error.description())));
+    }
+}

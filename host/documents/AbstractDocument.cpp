@@ -1,0 +1,5 @@
+#include <AbstractDocument.h>
+
+AbstractDocument::AbstractDocument(QObject *parent) : QObject(parent) {}
+
+AbstractDocument::~AbstractDocument() = default;

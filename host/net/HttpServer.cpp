@@ -1,0 +1,259 @@
+#include <HttpServer.h>
+
+#include "HttpExchange.h"
+
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
+
+#include <QScopedValueRollback>
+
+#include <arpa/inet.h>
+#include <microhttpd.h>
+#include <netinet/in.h>
+
+#include <cerrno>
+#include <map>
+#include <mutex>
+#include <utility>
+
+namespace {
+
+using ExchangePtr = std::shared_ptr<HttpExchange>;
+
+struct StopDaemon
+{
+    void operator()(MHD_Daemon *daemon) const { MHD_stop_daemon(daemon); }
+};
+using DaemonHandle = std::unique_ptr<MHD_Daemon, StopDaemon>;
+
+const Log4Qt::Logger *logger()
+{
+    return Log4Qt::LogManager::logger(QStringLiteral("httpserver"));
+}
+
+/// What the network library says of single connections: of use only when one looks for it.
+void logLibraryMessage(void *, const char *format, va_list arguments)
+{
+    logger()->debug(QString::vasprintf(format, arguments).trimmed());
+}
+
+} // namespace
+
+/// The network side: owns the library's daemon with its thread and the requests that wait for an
+/// answer from the server's thread.
+class HttpServer::Daemon
+{
+public:
+    Daemon(HttpServer *server, int port, const HttpServerOptions &options);
+    ~Daemon();
+    Q_DISABLE_COPY_MOVE(Daemon)
+
+    bool isListening() const { return m_handle != nullptr; }
+    int port() const;
+    void answerCurrent(const ResponseHeader &header, const QByteArray &body);
+
+    QString error;
+
+private:
+    struct Delivery
+    {
+        ExchangePtr exchange;
+        MHD_Connection *connection;
+        bool answered = false;
+    };
+
+    void start(int port);
+
+    // On the network thread:
+    static void *onUri(void *self, const char *uri, MHD_Connection *connection);
+    static MHD_Result onRequest(void *self, MHD_Connection *connection, const char *url,
+                                const char *method, const char *version, const char *upload,
+                                std::size_t *uploadSize, void **request);
+    static void onCompleted(void *self, MHD_Connection *connection, void **request,
+                            MHD_RequestTerminationCode reason);
+    bool suspend(const ExchangePtr &exchange, MHD_Connection *connection);
+
+    // On the server's thread:
+    void deliver(Delivery delivery);
+    void resume(const Delivery &delivery);
+
+    HttpServer *m_server;
+    const HttpServerOptions m_options;
+    Delivery *m_current = nullptr; // while `requestReceived` is being emitted
+    std::mutex m_mutex;
+    bool m_closing = false;                                 // guarded by m_mutex
+    std::map<HttpExchange *, MHD_Connection *> m_suspended; // guarded by m_mutex
+    DaemonHandle m_handle;
+};
+
+HttpServer::Daemon::Daemon(HttpServer *server, int port, const HttpServerOptions &options)
+    : m_server(server), m_options(options)
+{
+    start(port);
+    if (isListening())
+        logger()->info(
+            QStringLiteral("HTTP-сервер: открыт %1:%2").arg(m_options.address).arg(this->port()));
+    else
+        logger()->error(QStringLiteral("HTTP-сервер: не удалось открыть %1:%2: %3")
+                            .arg(m_options.address)
+                            .arg(port)
+                            .arg(error));
+}
+
+void HttpServer::Daemon::start(int port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    if (port < 0 || port > 65535) {
+        error = QStringLiteral("порт вне диапазона 0–65535");
+        return;
+    }
+    if (inet_pton(AF_INET, m_options.address.toLatin1().constData(), &address.sin_addr) != 1) {
+        error = QStringLiteral("не адрес IPv4");
+        return;
+    }
+
+    m_handle.reset(MHD_start_daemon(
+        MHD_USE_AUTO_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_ERROR_LOG, 0, nullptr,
+        nullptr, &Daemon::onRequest, this, MHD_OPTION_EXTERNAL_LOGGER, &logLibraryMessage, nullptr,
+        MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK, &Daemon::onUri, this,
+        MHD_OPTION_NOTIFY_COMPLETED, &Daemon::onCompleted, this, MHD_OPTION_CONNECTION_LIMIT,
+        static_cast<unsigned>(m_options.maxConnections), MHD_OPTION_CONNECTION_TIMEOUT,
+        static_cast<unsigned>(m_options.idleTimeout.count()), MHD_OPTION_CONNECTION_MEMORY_LIMIT,
+        static_cast<std::size_t>(m_options.maxHeaderBytes), MHD_OPTION_END));
+    if (!m_handle)
+        error = qt_error_string(errno);
+}
+
+HttpServer::Daemon::~Daemon()
+{
+    if (!m_handle)
+        return;
+    // The library wants no suspended connection when it stops.
+    const std::lock_guard guard(m_mutex);
+    m_closing = true;
+    for (const auto &[exchange, connection] : m_suspended) {
+        exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
+        MHD_resume_connection(connection);
+    }
+    m_suspended.clear();
+}
+
+int HttpServer::Daemon::port() const
+{
+    if (!m_handle)
+        return 0;
+    const auto *info = MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_BIND_PORT);
+    return info == nullptr ? 0 : info->port;
+}
+
+void *HttpServer::Daemon::onUri(void *, const char *uri, MHD_Connection *)
+{
+    return new ExchangePtr(std::make_shared<HttpExchange>(QString::fromUtf8(uri))); // onCompleted
+}
+
+MHD_Result HttpServer::Daemon::onRequest(void *self, MHD_Connection *connection, const char *,
+                                         const char *method, const char *, const char *upload,
+                                         std::size_t *uploadSize, void **request)
+{
+    auto &daemon = *static_cast<Daemon *>(self);
+    const auto &exchange = *static_cast<ExchangePtr *>(*request);
+    const auto &options = daemon.m_options;
+
+    if (exchange->begin(connection, method)) {
+        if (!exchange->announcesMoreThan(options.maxBodyBytes))
+            return MHD_YES;
+        exchange->setAnswer(413, QStringLiteral("Content Too Large"));
+    } else if (*uploadSize > 0) {
+        exchange->addBody(upload, *uploadSize, options.maxBodyBytes);
+        *uploadSize = 0;
+        return exchange->age() < options.bodyTimeout ? MHD_YES : MHD_NO;
+    } else if (exchange->isTooLarge()) {
+        exchange->setAnswer(413, QStringLiteral("Content Too Large"));
+    } else if (!exchange->hasAnswer()) {
+        if (daemon.suspend(exchange, connection))
+            return MHD_YES;
+        exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
+    }
+    return exchange->sendAnswer(connection) ? MHD_YES : MHD_NO;
+}
+
+void HttpServer::Daemon::onCompleted(void *, MHD_Connection *, void **request,
+                                     MHD_RequestTerminationCode)
+{
+    delete static_cast<ExchangePtr *>(*request);
+    *request = nullptr;
+}
+
+bool HttpServer::Daemon::suspend(const ExchangePtr &exchange, MHD_Connection *connection)
+{
+    const std::lock_guard guard(m_mutex);
+    if (m_closing)
+        return false;
+    MHD_suspend_connection(connection);
+    m_suspended.emplace(exchange.get(), connection);
+    QMetaObject::invokeMethod(
+        m_server,
+        [this, exchange, connection] {
+            deliver({exchange, connection});
+        },
+        Qt::QueuedConnection);
+    return true;
+}
+
+void HttpServer::Daemon::deliver(Delivery delivery)
+{
+    const QScopedValueRollback current(m_current, &delivery);
+    Q_EMIT m_server->requestReceived(delivery.exchange->header(), delivery.exchange->body());
+    if (delivery.answered)
+        return;
+    delivery.exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
+    resume(delivery);
+}
+
+void HttpServer::Daemon::answerCurrent(const ResponseHeader &header, const QByteArray &body)
+{
+    if (m_current == nullptr || m_current->answered)
+        return;
+    m_current->answered = true;
+    m_current->exchange->setAnswer(header, body);
+    resume(*m_current);
+}
+
+/// From here on the exchange belongs to the network thread again.
+void HttpServer::Daemon::resume(const Delivery &delivery)
+{
+    const std::lock_guard guard(m_mutex);
+    m_suspended.erase(delivery.exchange.get());
+    MHD_resume_connection(delivery.connection);
+}
+
+HttpServer::HttpServer(int port) : HttpServer(port, HttpServerOptions::fromConfig()) {}
+
+HttpServer::HttpServer(int port, const HttpServerOptions &options)
+    : m_daemon((qRegisterMetaType<RequestHeader>(), std::make_unique<Daemon>(this, port, options)))
+{
+}
+
+HttpServer::~HttpServer() = default;
+
+bool HttpServer::isListening() const
+{
+    return m_daemon->isListening();
+}
+
+int HttpServer::port() const
+{
+    return m_daemon->port();
+}
+
+QString HttpServer::errorString() const
+{
+    return m_daemon->error;
+}
+
+void HttpServer::sendResponse(const ResponseHeader &header, const QByteArray &body)
+{
+    m_daemon->answerCurrent(header, body);
+}

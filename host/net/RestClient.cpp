@@ -1,0 +1,231 @@
+#include <RestClient.h>
+
+#include "AvailabilityLog.h"
+
+#include <MockFactoryDefinition.h>
+
+#include <log4qt/logger.h>
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <mutex>
+#include <new>
+
+template class MockFactory<RestClient>;
+
+namespace {
+
+constexpr int defaultTimeoutSeconds = 30;
+constexpr std::size_t maxAnswerBytes = 1024 * 1024;
+constexpr std::size_t maxHeaderBytes = 64 * 1024;
+
+struct CloseHandle
+{
+    void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
+};
+struct FreeList
+{
+    void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+};
+using CurlHandle = std::unique_ptr<CURL, CloseHandle>;
+using CurlList = std::unique_ptr<curl_slist, FreeList>;
+
+/// libcurl's global state is set up once and kept: the process may use it elsewhere too.
+void initialiseOnce()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+}
+
+void append(CurlList &list, const QByteArray &line)
+{
+    if (auto *extended = curl_slist_append(list.get(), line.constData())) {
+        (void)list.release();
+        list.reset(extended);
+    }
+}
+
+CurlList toCurlList(const RestClient::Headers &headers)
+{
+    CurlList list;
+    for (auto header = headers.cbegin(); header != headers.cend(); ++header)
+        append(list, header.key().toUtf8() + ": " + header.value().toUtf8());
+    append(list, "Expect:"); // no pause before the body
+    return list;
+}
+
+bool isSuccess(long status)
+{
+    return status >= 200 && status < 300;
+}
+
+} // namespace
+
+/// One kept libcurl handle, with its connection, and the tallies of the request under way.
+class RestClient::Transfer
+{
+public:
+    Transfer();
+
+    int perform(const QUrl &url, const QByteArray &body, const Headers &headers);
+
+    std::chrono::seconds timeout{defaultTimeoutSeconds};
+    int result = 0;
+    AvailabilityLog availability;
+    const Log4Qt::Logger *logger = nullptr;
+    QString alias;
+    bool compactLogs = true;
+
+private:
+    static int beforeRequest(void *self, char *, char *, int, int);
+    static std::size_t onHeader(const char *, std::size_t size, std::size_t count, void *self);
+    static std::size_t onAnswer(const char *, std::size_t size, std::size_t count, void *self);
+
+    QString failureText(CURLcode code, long status) const;
+
+    CurlHandle m_handle;
+    int m_requests = 0; // sent for the post under way
+    std::size_t m_headerBytes = 0;
+    std::size_t m_answerBytes = 0;
+};
+
+RestClient::Transfer::Transfer()
+{
+    initialiseOnce();
+    m_handle.reset(curl_easy_init());
+    if (!m_handle)
+        throw std::bad_alloc();
+
+    CURL *handle = m_handle.get();
+    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(handle, CURLOPT_PROXY, "");
+    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    curl_easy_setopt(handle, CURLOPT_POST, 1L);
+    curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::beforeRequest);
+    curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
+    curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
+    curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Transfer::onAnswer);
+    curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
+}
+
+int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const Headers &headers)
+{
+    m_requests = 0;
+    m_headerBytes = 0;
+    m_answerBytes = 0;
+
+    CURL *handle = m_handle.get();
+    const QByteArray address = url.toEncoded();
+    const CurlList fields = toCurlList(headers);
+    const auto deadline = std::chrono::milliseconds(timeout).count();
+    curl_easy_setopt(handle, CURLOPT_URL, address.constData());
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, fields.get());
+    curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    curl_easy_setopt(handle, CURLOPT_POSTFIELDS, body.constData());
+    curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(deadline));
+
+    const CURLcode code = curl_easy_perform(handle);
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, nullptr);
+    curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
+
+    long status = 0;
+    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    if (code != CURLE_OK)
+        result = code;
+    else
+        result = isSuccess(status) ? 0 : static_cast<int>(status);
+
+    if (result == 0)
+        availability.succeeded();
+    else
+        availability.failed(failureText(code, status));
+    if (!compactLogs && logger != nullptr)
+        logger->debug(QStringLiteral("%1: POST %2, %3 байт: %4")
+                          .arg(alias, url.toString())
+                          .arg(body.size())
+                          .arg(result == 0 ? QString::number(status) : failureText(code, status)));
+    return result;
+}
+
+/// libcurl calls this before each request it sends. When a kept connection turns out to be dead it
+/// would send the request again on a new one, although the server may have acted on the first.
+int RestClient::Transfer::beforeRequest(void *self, char *, char *, int, int)
+{
+    auto &transfer = *static_cast<Transfer *>(self);
+    ++transfer.m_requests;
+    return transfer.m_requests == 1 ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+}
+
+std::size_t RestClient::Transfer::onHeader(const char *, std::size_t size, std::size_t count,
+                                           void *self)
+{
+    auto &transfer = *static_cast<Transfer *>(self);
+    transfer.m_headerBytes += size * count;
+    return transfer.m_headerBytes <= maxHeaderBytes ? size * count : 0;
+}
+
+std::size_t RestClient::Transfer::onAnswer(const char *, std::size_t size, std::size_t count,
+                                           void *self)
+{
+    auto &transfer = *static_cast<Transfer *>(self);
+    transfer.m_answerBytes += size * count;
+    return transfer.m_answerBytes <= maxAnswerBytes ? size * count : 0;
+}
+
+QString RestClient::Transfer::failureText(CURLcode code, long status) const
+{
+    if (code == CURLE_OK)
+        return QStringLiteral("ответ HTTP %1").arg(status);
+    if (m_requests > 1)
+        return QStringLiteral("соединение закрыто без ответа");
+    if (m_headerBytes > maxHeaderBytes || m_answerBytes > maxAnswerBytes)
+        return QStringLiteral("слишком большой ответ");
+    if (code == CURLE_OPERATION_TIMEDOUT)
+        return QStringLiteral("нет ответа за %1 с").arg(timeout.count());
+    return QString::fromUtf8(curl_easy_strerror(code));
+}
+
+RestClient::RestClient() : m_transfer(std::make_unique<Transfer>()) {}
+
+RestClient::~RestClient() = default;
+
+void RestClient::setLogger(const Log4Qt::Logger *logger)
+{
+    m_transfer->logger = logger;
+    m_transfer->availability.setLogger(logger);
+}
+
+void RestClient::setTargetAlias(const QString &alias)
+{
+    m_transfer->alias = alias;
+    m_transfer->availability.setServer(alias);
+}
+
+void RestClient::setCompactLogs(bool compact)
+{
+    m_transfer->compactLogs = compact;
+}
+
+void RestClient::setRequestTimeout(int seconds)
+{
+    m_transfer->timeout = std::chrono::seconds(std::max(1, seconds));
+}
+
+int RestClient::requestTimeout() const
+{
+    return static_cast<int>(m_transfer->timeout.count());
+}
+
+int RestClient::post(const QUrl &url, const QByteArray &body, const Headers &headers)
+{
+    return m_transfer->perform(url, body, headers);
+}
+
+int RestClient::result() const
+{
+    return m_transfer->result;
+}
