@@ -1,0 +1,136 @@
+#include <view/Client.h>
+
+#include <Config.h>
+#include <MockFactory.h>
+#include <RestClient.h>
+#include <Singleton.h>
+
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
+
+#include <QJsonDocument>
+#include <QTimer>
+
+#include <utility>
+
+namespace view {
+
+namespace {
+
+constexpr int minTimeoutSeconds = 1;
+constexpr int defaultIntervalMs = 250;
+constexpr int notSet = -1;
+
+/// The path of each message type on the display; empty for a type that has none.
+QString path(Message::Type type)
+{
+    switch (type) {
+    case Message::Type::Configure:
+        return QStringLiteral("/configure");
+    case Message::Type::UpdateDocument:
+        return QStringLiteral("/updateDocument");
+    case Message::Type::QrPayment:
+        return QStringLiteral("/qrPayment");
+    case Message::Type::ShowAd:
+        return QStringLiteral("/showAD");
+    case Message::Type::PriceList:
+        return QStringLiteral("/priceList");
+    case Message::Type::ImageData:
+        return QStringLiteral("/image");
+    case Message::Type::Content:
+        return QStringLiteral("/content");
+    case Message::Type::PaymentDraft:
+        return QStringLiteral("/paymentdraft");
+    }
+    return {};
+}
+
+} // namespace
+
+Client::Client()
+    : logger(Log4Qt::LogManager::logger(QStringLiteral("viewconnector")))
+    , timer(new QTimer(this))
+    , serverAddress(QStringLiteral("http://127.0.0.1:38080"))
+    , headers{{QStringLiteral("Accept"), QStringLiteral("application/json")},
+              {QStringLiteral("Content-Type"), QStringLiteral("application/json")}}
+{
+    timer->setSingleShot(true);
+    // Queued, so that each delivery is an event of its own.
+    connect(timer, &QTimer::timeout, this, &Client::onTimeout, Qt::QueuedConnection);
+}
+
+Client::~Client() = default;
+
+QUrl Client::getUrl(view::Message::Type type) const
+{
+    QUrl url = serverAddress;
+    if (const QString typePath = path(type); !typePath.isEmpty())
+        url.setPath(typePath);
+    return url;
+}
+
+void Client::setServerAddress(const QString &address)
+{
+    if (!address.isEmpty())
+        serverAddress = QUrl(address);
+    logger->info(QStringLiteral("Установка адреса сервера: %1").arg(serverAddress.toString()));
+}
+
+void Client::setTimeout(int seconds)
+{
+    restClient->setRequestTimeout(seconds < 2 ? minTimeoutSeconds : seconds);
+    logger->info(QStringLiteral("Установка таймаута обращения к серверу: %1 с.")
+                     .arg(restClient->requestTimeout()));
+}
+
+void Client::setInterval(int milliseconds)
+{
+    timer->setInterval(milliseconds < 1 ? defaultIntervalMs : milliseconds);
+    logger->info(
+        QStringLiteral("Установка интервала отправки сообщений: %1 мс.").arg(timer->interval()));
+}
+
+void Client::setMessages(QSharedPointer<Locker<view::Messages, QMutex>> queue)
+{
+    messages = std::move(queue);
+}
+
+void Client::onTimeout()
+{
+    const auto message = messages->lock()->first();
+    if (!message)
+        return;
+
+    const QByteArray body =
+        QJsonDocument::fromVariant(message->data).toJson(QJsonDocument::Compact);
+    restClient->post(getUrl(message->type), body, headers);
+    if (restClient->result() == 0)
+        messages->lock()->remove(message->type);
+    timer->start();
+}
+
+void Client::onStart()
+{
+    restClient = MockFactory<RestClient>::create();
+    restClient->setLogger(logger);
+    restClient->setTargetAlias(QStringLiteral("tavro-view"));
+    restClient->setCompactLogs(true);
+
+    const Config &config = Singleton<Config>::instance();
+    setServerAddress(config.stringValue(QStringLiteral("ViewConnector:server"), {}));
+    setTimeout(config.intValue(QStringLiteral("ViewConnector:timeout"), notSet));
+    setInterval(config.intValue(QStringLiteral("ViewConnector:interval"), notSet));
+}
+
+void Client::stop()
+{
+    timer->stop();
+}
+
+void Client::hasMessage()
+{
+    if (!timer->isActive())
+        onTimeout();
+}
+
+} // namespace view

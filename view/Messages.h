@@ -1,0 +1,48 @@
+#pragma once
+
+#include <view/Message.h>
+
+#include <QList>
+#include <QMap>
+
+#include <optional>
+
+namespace view {
+
+/**
+ * The messages that wait for the display: the newest of each type, and every picture.
+ *
+ * A new message replaces the one of its type that still waits, so a burst of receipt changes costs
+ * one entry; pictures (ImageData) all wait, in the order of their arrival. The lowest type goes
+ * first.
+ *
+ * Owner: a Locker, shared by the producer and the client.
+ * Thread: none of its own; the caller holds the Locker's mutex.
+ * Errors: none.
+ */
+class Messages
+{
+public:
+    void insert(const Message &message);
+
+    /// Takes out what `first` gives for this type: the oldest picture, or the one message of any
+    /// other type, which may be a newer one than was posted: that one is not sent. A type that is
+    /// not waiting is ignored.
+    void remove(Message::Type type);
+
+    /// The message to send next; empty when none waits.
+    std::optional<Message> first() const;
+
+    bool isEmpty() const { return m_messages.isEmpty(); }
+
+    /// The number of types that wait; any number of pictures counts once.
+    qsizetype count() const { return m_messages.size(); }
+
+    void clear() { m_messages.clear(); }
+
+private:
+    // No list is empty; all but that of ImageData hold one message.
+    QMap<Message::Type, QList<Message>> m_messages;
+};
+
+} // namespace view
