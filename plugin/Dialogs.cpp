@@ -1,0 +1,64 @@
+// Dialogs of the register that have a counterpart on the display: opens them there, scrolls them,
+// and closes exactly the one that was opened.
+
+#include <plugin/ViewConnector.h>
+
+#include <Config.h>
+#include <Singleton.h>
+#include <Tr.h>
+
+#include <QJsonValue>
+
+namespace {
+
+int dialogId(const Event &event)
+{
+    return event.value(QStringLiteral("dialogId"), QVariant()).toInt();
+}
+
+} // namespace
+
+void ViewConnector::showQrPayment(const Event &event)
+{
+    // Read each time, so that a change takes effect with the next dialog.
+    if (!Singleton<Config>::instance().boolValue(QStringLiteral("View.Logic:showQrCode"), true))
+        return;
+
+    dialogTypes.insert(dialogId(event), view::Message::Type::QrPayment);
+    const QString qrCode = event.value(QStringLiteral("qrCode"), QVariant()).toString();
+    const int amount = event.value(QStringLiteral("amount"), QVariant()).toInt();
+    const int timeout = event.value(QStringLiteral("timeout"), QVariant()).toInt();
+    addMessage({view::Message::Type::QrPayment,
+                {{QStringLiteral("qrCode"), qrCode},
+                 {QStringLiteral("amount"), amount},
+                 {QStringLiteral("timeout"), timeout}}});
+}
+
+void ViewConnector::showOrScrollPriceList(const Event &event)
+{
+    const auto dataKey = QStringLiteral("data");
+    if (!event.contains(dataKey)) {
+        const QString scroll = event.value(QStringLiteral("scroll"), QVariant()).toString();
+        addMessage({view::Message::Type::PriceList, {{QStringLiteral("scroll"), scroll}}});
+        return;
+    }
+
+    dialogTypes.insert(dialogId(event), view::Message::Type::PriceList);
+    const auto title = event.value(QStringLiteral("title"), QVariant()).value<tr::Tr>();
+    // Through JSON, so that only what the display can get is queued, not a type of the host.
+    const QVariant data = QJsonValue::fromVariant(event.value(dataKey, QVariant())).toVariant();
+    const int columns = event.value(QStringLiteral("columns"), QVariant()).toInt();
+    addMessage({view::Message::Type::PriceList,
+                {{QStringLiteral("title"), title.ui()},
+                 {dataKey, data},
+                 {QStringLiteral("columns"), columns}}});
+}
+
+void ViewConnector::closeDialog(const Event &event)
+{
+    const auto open = dialogTypes.constFind(dialogId(event));
+    if (open == dialogTypes.cend())
+        return;
+    addMessage({*open, {{QStringLiteral("close"), true}}});
+    dialogTypes.erase(open);
+}
