@@ -4,6 +4,7 @@
 struct EContext
 {
     enum Code : int {
+        Sale = 1,    ///< goods are being scanned
         Payment = 6, ///< the buyer is paying
         Any = 255,   ///< as a trigger's context: whatever the screen
     };

@@ -1,8 +1,7 @@
 #include <Config.h>
 
-#include "TomlReader.h"
-
 #include <SingletonDefinition.h>
+#include <TomlFile.h>
 
 #include <QReadLocker>
 #include <QRegularExpression>
@@ -23,11 +22,28 @@ std::pair<QString, QString> splitKey(const QString &key)
     return colon < 0 ? std::pair(QString(), key) : std::pair(key.left(colon), key.mid(colon + 1));
 }
 
+/// Adds a table under its name and the tables in it under theirs. A table that only leads to deeper
+/// ones is no group.
+void addGroups(const QVariantMap &table, const QString &name, QMap<QString, QVariantMap> &groups)
+{
+    QVariantMap values;
+    for (auto entry = table.begin(); entry != table.end(); ++entry) {
+        if (entry->typeId() == QMetaType::QVariantMap)
+            addGroups(entry->toMap(), name.isEmpty() ? entry.key() : name + u'.' + entry.key(),
+                      groups);
+        else
+            values.insert(entry.key(), *entry);
+    }
+    if (!values.isEmpty() || table.isEmpty())
+        groups.insert(name, values);
+}
+
 } // namespace
 
 void Config::load(const QString &fileName)
 {
-    auto groups = readToml(fileName);
+    QMap<QString, QVariantMap> groups;
+    addGroups(readTomlFile(fileName), {}, groups);
     const QWriteLocker guard(&m_lock);
     m_groups = std::move(groups);
 }

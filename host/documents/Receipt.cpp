@@ -65,6 +65,11 @@ qint64 Receipt::change() const
     return std::max<qint64>(0, m_paid - total());
 }
 
+qint64 Receipt::due() const
+{
+    return std::max<qint64>(0, total() - m_paid);
+}
+
 bool Receipt::isPaid() const
 {
     return !m_payments.isEmpty() && m_paid >= total();

@@ -50,10 +50,10 @@ public:
     qint64 total() const { return m_sum - discountSum(); }
     QVariantList payments() const { return m_payments; }
     qint64 change() const; ///< what the buyer gets back, 0 unless overpaid
-
-private:
+    qint64 due() const;    ///< what is still to pay, 0 when overpaid
     bool isPaid() const;
 
+private:
     const int m_number;
     QList<Position> m_positions;
     QVariantList m_positionMaps; // m_positions[i].toMap() at each i

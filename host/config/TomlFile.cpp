@@ -1,4 +1,4 @@
-#include "TomlReader.h"
+#include <TomlFile.h>
 
 #include <ConfigError.h>
 
@@ -55,25 +55,9 @@ QVariant toVariant(const toml::node &node)
     return QString::fromStdString(dateOrTime.str());
 }
 
-/// A table that only leads to deeper ones is no group of its own.
-void collectGroups(const toml::table &table, const QString &name,
-                   QMap<QString, QVariantMap> &groups)
-{
-    QVariantMap values;
-    for (const auto &[key, node] : table) {
-        const QString keyName = text(key.str());
-        if (const auto *child = node.as_table())
-            collectGroups(*child, name.isEmpty() ? keyName : name + u'.' + keyName, groups);
-        else
-            values.insert(keyName, toVariant(node));
-    }
-    if (!values.isEmpty() || table.empty())
-        groups.insert(name, values);
-}
-
 } // namespace
 
-QMap<QString, QVariantMap> readToml(const QString &fileName)
+QVariantMap readTomlFile(const QString &fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
@@ -82,11 +66,8 @@ QMap<QString, QVariantMap> readToml(const QString &fileName)
 
     try {
         const QByteArray content = file.readAll();
-        QMap<QString, QVariantMap> groups;
-        collectGroups(toml::parse(std::string_view(content.constData(),
-                                                   static_cast<std::size_t>(content.size()))),
-                      {}, groups);
-        return groups;
+        return toMap(toml::parse(
+            std::string_view(content.constData(), static_cast<std::size_t>(content.size()))));
     } catch (const toml::parse_error &error) {
         throw ConfigError(QStringLiteral("%1:%2:%3: %4")
                               .arg(fileName)

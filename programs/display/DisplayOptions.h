@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <optional>
+
+/// What the display was asked to do on its command line.
+struct DisplayOptions
+{
+    int port = 38080;
+    QUrl pluginUrl{QStringLiteral("http://127.0.0.1:38081")};
+    QString recordFile; ///< empty: no record
+    bool debug = false;
+
+    /// Empty if the arguments only asked for a text. Throws UsageError.
+    static std::optional<DisplayOptions> parse(const QStringList &arguments);
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+
+/// What became of a request: a message of a known type, or a refusal with its HTTP status and
+/// reason.
+struct ReceivedMessage
+{
+    QString type; ///< empty if the path is none of a message
+    QJsonObject body;
+    int status = 200;
+    QString refusal; ///< for people; empty if the message was accepted
+};
+
+/// The deepest nesting of arrays and objects in a message that is accepted.
+inline constexpr int maxMessageDepth = 64;
+
+/// Checks a request as a message of the register: POST, a known path, a JSON object, not nested too
+/// deeply.
+ReceivedMessage readMessage(const QString &method, const QString &path, const QByteArray &content);

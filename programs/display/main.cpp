@@ -1,0 +1,43 @@
+#include <common/ExitCode.h>
+#include <common/Logging.h>
+#include <common/QuitOnSignal.h>
+#include <common/UsageError.h>
+#include <display/Display.h>
+#include <display/DisplayOptions.h>
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        const auto options = DisplayOptions::parse(QCoreApplication::arguments());
+        if (!options)
+            return Fine;
+        logToStandardError(options->debug);
+
+        const Display display(*options);
+        if (!display.isListening()) {
+            std::fprintf(stderr,
+                         "display: port %d cannot be opened: %s. Stop the program that uses it or "
+                         "choose another with --port.\n",
+                         options->port, qPrintable(display.errorString()));
+            return Failed;
+        }
+        std::printf("Display at http://127.0.0.1:%d, waiting for the register whose plug-in is at "
+                    "%s\n",
+                    display.port(), qPrintable(options->pluginUrl.toString()));
+        std::fflush(stdout);
+
+        const QuitOnSignal signal;
+        QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
+        const int result = QCoreApplication::exec();
+        display.printSummary();
+        return result;
+    } catch (const UsageError &error) {
+        std::fprintf(stderr, "display: %s\n", error.what());
+        return Unusable;
+    }
+}

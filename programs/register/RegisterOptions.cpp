@@ -1,0 +1,43 @@
+#include <register/RegisterOptions.h>
+
+#include <common/CommandLine.h>
+#include <common/UsageError.h>
+
+std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &arguments,
+                                                      const QString &defaultPlugin)
+{
+    const auto config = QStringLiteral("config");
+    const auto plugin = QStringLiteral("plugin");
+    const auto images = QStringLiteral("images");
+    const auto commands = QStringLiteral("commands");
+    const auto report = QStringLiteral("report");
+    const auto stay = QStringLiteral("stay");
+
+    CommandLine line(QStringLiteral("A cash register: loads the plug-in as any host would and runs "
+                                    "commands, one JSON object a line."));
+    line.addOption(config, QStringLiteral("Settings, in TOML."), QStringLiteral("FILE"));
+    line.addOption(plugin, QStringLiteral("Plug-in to load (that of this build)."),
+                   QStringLiteral("FILE"));
+    line.addOption(images, QStringLiteral("Folder that relative names of pictures start from."),
+                   QStringLiteral("DIR"));
+    line.addOption(commands, QStringLiteral("Commands to run, - for standard input."),
+                   QStringLiteral("FILE|-"));
+    line.addOption(report, QStringLiteral("Write what was asked for to FILE at the end."),
+                   QStringLiteral("FILE"));
+    line.addFlag(stay, QStringLiteral("Go on after the last command."));
+    if (!line.parse(arguments))
+        return std::nullopt;
+    if (!line.isSet(config))
+        throw UsageError(QStringLiteral("--config is missing: give the settings file, for example "
+                                        "--config demo/shop.toml."));
+
+    RegisterOptions options;
+    options.configFile = line.value(config);
+    options.pluginFile = line.isSet(plugin) ? line.value(plugin) : defaultPlugin;
+    options.imagesFolder = line.value(images);
+    options.commandsFile = line.value(commands);
+    options.reportFile = line.value(report);
+    options.stay = line.isSet(stay);
+    options.debug = line.debug();
+    return options;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// What the register was asked to do on its command line.
+struct RegisterOptions
+{
+    QString configFile;
+    QString pluginFile;
+    QString imagesFolder; ///< empty: the current folder
+    QString commandsFile; ///< "-": standard input; empty: no commands
+    QString reportFile;   ///< empty: no report
+    bool stay = false;    ///< go on after the last command
+    bool debug = false;
+
+    /// Empty if the arguments only asked for a text. Throws UsageError. `defaultPlugin` is used
+    /// where the arguments name none.
+    static std::optional<RegisterOptions> parse(const QStringList &arguments,
+                                                const QString &defaultPlugin);
+};

@@ -1,0 +1,96 @@
+#include <common/ExitCode.h>
+#include <common/Logging.h>
+#include <common/QuitOnSignal.h>
+#include <common/UsageError.h>
+#include <register/Cashier.h>
+#include <register/CashierCommands.h>
+#include <register/CommandLoop.h>
+#include <register/HostCommands.h>
+#include <register/RegisterOptions.h>
+#include <register/Report.h>
+#include <register/Till.h>
+
+#include <Config.h>
+#include <ConfigError.h>
+#include <PluginLoader.h>
+#include <Singleton.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+QString defaultPlugin()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/../plugins/viewconnector.so");
+}
+
+/// The catalogue that "Shop:goods" names, relative to the settings file; empty without that
+/// setting.
+Goods readGoods(const QString &configFile)
+{
+    const auto name = Singleton<Config>::instance().stringValue(QStringLiteral("Shop:goods"));
+    return name.isEmpty()
+               ? Goods()
+               : Goods::fromFile(QFileInfo(configFile).absoluteDir().absoluteFilePath(name));
+}
+
+int runRegister(const RegisterOptions &options)
+{
+    Singleton<Config>::instance().load(options.configFile);
+    Till till(options.pluginFile);
+    Cashier cashier(till, readGoods(options.configFile));
+    Commands commands;
+    addHostCommands(commands, till, options.imagesFolder);
+    addCashierCommands(commands, cashier);
+
+    std::optional<CommandLoop> loop;
+    if (!options.commandsFile.isEmpty())
+        loop.emplace(commands, options.commandsFile);
+    till.init();
+
+    const QuitOnSignal signal;
+    QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
+    if (loop)
+        QObject::connect(&*loop, &CommandLoop::finished, &*loop, [&](bool quit) {
+            if (quit || !options.stay)
+                QCoreApplication::quit();
+        });
+    if (loop || options.stay)
+        QCoreApplication::exec();
+
+    till.deinit();
+    if (!options.reportFile.isEmpty())
+        writeReport(options.reportFile, till);
+    return loop && loop->hasFailed() ? Failed : Fine;
+}
+
+int refuse(const std::exception &error)
+{
+    std::fprintf(stderr, "register: %s\n", error.what());
+    return Unusable;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        const auto options = RegisterOptions::parse(QCoreApplication::arguments(), defaultPlugin());
+        if (!options)
+            return Fine;
+        logToStandardError(options->debug);
+        return runRegister(*options);
+    } catch (const UsageError &error) {
+        return refuse(error);
+    } catch (const ConfigError &error) {
+        return refuse(error);
+    } catch (const PluginError &error) {
+        return refuse(error);
+    }
+}

@@ -1,0 +1,64 @@
+#include <common/CommandLine.h>
+#include <common/ExitCode.h>
+#include <common/UsageError.h>
+#include <summary/Summary.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonDocument>
+
+#include <cstdio>
+
+namespace {
+
+QJsonObject parseObject(const QByteArray &json, const QString &source)
+{
+    const auto document = QJsonDocument::fromJson(json);
+    if (!document.isObject())
+        throw UsageError(QStringLiteral("%1 is no JSON object.").arg(source));
+    return document.object();
+}
+
+QByteArray readFile(const CommandLine &line, const QString &option)
+{
+    if (!line.isSet(option))
+        throw UsageError(QStringLiteral("--%1 is missing. See --help.").arg(option));
+    QFile file(line.value(option));
+    if (!file.open(QIODevice::ReadOnly))
+        throw UsageError(
+            QStringLiteral("--%1 %2: %3.").arg(option, file.fileName(), file.errorString()));
+    return file.readAll();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        CommandLine line(QStringLiteral("Tells what became of a shop's messages. Fails unless the "
+                                        "display's last receipt is the register's."));
+        const auto reportOption = QStringLiteral("report");
+        const auto recordOption = QStringLiteral("record");
+        line.addOption(reportOption, QStringLiteral("What register --report wrote."),
+                       QStringLiteral("FILE"));
+        line.addOption(recordOption, QStringLiteral("What display --record wrote."),
+                       QStringLiteral("FILE"));
+        if (!line.parse(QCoreApplication::arguments()))
+            return Fine;
+
+        const auto report = parseObject(readFile(line, reportOption), QStringLiteral("The report"));
+        QList<QJsonObject> record;
+        const auto lines = readFile(line, recordOption).split('\n');
+        for (const auto &recordLine : lines) {
+            if (!recordLine.isEmpty())
+                record.append(parseObject(recordLine, QStringLiteral("A line of the record")));
+        }
+        const Summary summary = summarise(report, record);
+        std::fputs(summary.toText().toUtf8().constData(), stdout);
+        return summary.receiptsEqual ? Fine : Failed;
+    } catch (const UsageError &error) {
+        std::fprintf(stderr, "shop-summary: %s\n", error.what());
+        return Unusable;
+    }
+}
