@@ -1,5 +1,5 @@
 # Shared by ./run, ./test and the other commands: messages, packages, building.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 
 # What is needed to build and run, by the names of Debian 12.
 build_packages=(

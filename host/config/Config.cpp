@@ -3,12 +3,11 @@
 #include <SingletonDefinition.h>
 #include <TomlFile.h>
 
-#include <QReadLocker>
 #include <QRegularExpression>
-#include <QWriteLocker>
 
 #include <algorithm>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 template class Singleton<Config>;
@@ -44,14 +43,14 @@ void Config::load(const QString &fileName)
 {
     QMap<QString, QVariantMap> groups;
     addGroups(readTomlFile(fileName), {}, groups);
-    const QWriteLocker guard(&m_lock);
+    const std::unique_lock guard(m_mutex);
     m_groups = std::move(groups);
 }
 
 QVariant Config::value(const QString &key, const QVariant &defaultValue) const
 {
     const auto [group, name] = splitKey(key);
-    const QReadLocker guard(&m_lock);
+    const std::shared_lock guard(m_mutex);
     const auto found = m_groups.constFind(group);
     return found == m_groups.cend() ? defaultValue : found->value(name, defaultValue);
 }
@@ -75,7 +74,7 @@ bool Config::boolValue(const QString &key, bool defaultValue) const
 
 QStringList Config::groupKeys(const QString &group, bool ownOnly) const
 {
-    const QReadLocker guard(&m_lock);
+    const std::shared_lock guard(m_mutex);
     QStringList names = m_groups.value(group).keys();
     if (ownOnly)
         return names;
@@ -96,7 +95,7 @@ QStringList Config::childGroups(const QString &pattern, bool withKeysOnly) const
         QRegularExpression::escape(pattern).replace(QStringLiteral("\\*"), QStringLiteral(".*"));
     const QRegularExpression whole(QRegularExpression::anchoredPattern(expression));
 
-    const QReadLocker guard(&m_lock);
+    const std::shared_lock guard(m_mutex);
     QStringList names;
     for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group) {
         if (withKeysOnly && group->isEmpty())
@@ -115,7 +114,7 @@ bool Config::isTouchInterface() const
 void Config::setValue(const QString &key, const QVariant &value)
 {
     const auto [group, name] = splitKey(key);
-    const QWriteLocker guard(&m_lock);
+    const std::unique_lock guard(m_mutex);
     if (value.isValid())
         m_groups[group].insert(name, value);
     else if (const auto found = m_groups.find(group); found != m_groups.end())

@@ -4,10 +4,11 @@
 #include <Singleton.h>
 
 #include <QMap>
-#include <QReadWriteLock>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+
+#include <shared_mutex>
 
 /**
  * The host's configuration store: typed settings under keys of the form "group:name", where the
@@ -50,8 +51,8 @@ public:
     void setValue(const QString &key, const QVariant &value);
 
 private:
-    mutable QReadWriteLock m_lock;
-    QMap<QString, QVariantMap> m_groups; // guarded by m_lock
+    mutable std::shared_mutex m_mutex;
+    QMap<QString, QVariantMap> m_groups; // guarded by m_mutex
 };
 
 extern template class HOST_EXPORT Singleton<Config>;
