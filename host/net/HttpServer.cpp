@@ -71,6 +71,7 @@ private:
                                 std::size_t *uploadSize, void **request);
     static void onCompleted(void *self, MHD_Connection *connection, void **request,
                             MHD_RequestTerminationCode reason);
+    void refuseBody(HttpExchange &exchange) const;
     bool suspend(const ExchangePtr &exchange, MHD_Connection *connection);
 
     // On the server's thread:
@@ -164,13 +165,13 @@ MHD_Result HttpServer::Daemon::onRequest(void *self, MHD_Connection *connection,
     if (exchange->begin(connection, method)) {
         if (!exchange->announcesMoreThan(options.maxBodyBytes))
             return MHD_YES;
-        exchange->setAnswer(413, QStringLiteral("Content Too Large"));
+        daemon.refuseBody(*exchange);
     } else if (*uploadSize > 0) {
         exchange->addBody(upload, *uploadSize, options.maxBodyBytes);
         *uploadSize = 0;
         return exchange->age() < options.bodyTimeout ? MHD_YES : MHD_NO;
     } else if (exchange->isTooLarge()) {
-        exchange->setAnswer(413, QStringLiteral("Content Too Large"));
+        daemon.refuseBody(*exchange);
     } else if (!exchange->hasAnswer()) {
         if (daemon.suspend(exchange, connection))
             return MHD_YES;
@@ -184,6 +185,14 @@ void HttpServer::Daemon::onCompleted(void *, MHD_Connection *, void **request,
 {
     delete static_cast<ExchangePtr *>(*request);
     *request = nullptr;
+}
+
+void HttpServer::Daemon::refuseBody(HttpExchange &exchange) const
+{
+    logger()->warn(QStringLiteral("HTTP-сервер: запрос %1 отклонён: тело больше %2 байт")
+                       .arg(exchange.header().path())
+                       .arg(m_options.maxBodyBytes));
+    exchange.setAnswer(413, QStringLiteral("Content Too Large"));
 }
 
 bool HttpServer::Daemon::suspend(const ExchangePtr &exchange, MHD_Connection *connection)
