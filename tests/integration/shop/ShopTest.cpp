@@ -1,0 +1,195 @@
+#include <support/Wait.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A display and a register as processes, with their files in a folder of the test's own.
+class Shop : public testing::Test
+{
+protected:
+    Shop()
+    {
+        for (auto *process : {&display, &cashRegister})
+            process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    }
+
+    ~Shop() override
+    {
+        for (auto *process : {&cashRegister, &display}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+
+    /// Starts the display and returns its port; 0 if it does not say one.
+    int startDisplay(int port)
+    {
+        display.start(QStringLiteral(DISPLAY_PROGRAM),
+                      {"--port", QString::number(port), "--record", path("record.jsonl")});
+        const QRegularExpression address(QStringLiteral("http://127.0.0.1:(\\d+),"));
+        QRegularExpressionMatch match;
+        support::waitFor([&] {
+            display.waitForReadyRead(10);
+            output += QString::fromUtf8(display.readAllStandardOutput());
+            match = address.match(output);
+            return match.hasMatch() || display.state() == QProcess::NotRunning;
+        });
+        return match.captured(1).toInt();
+    }
+
+    void startRegister(const QString &configFile, const QString &commandsFile)
+    {
+        cashRegister.setStandardOutputFile(path("answers.jsonl"));
+        cashRegister.start(QStringLiteral(REGISTER),
+                           {"--config", configFile, "--commands", commandsFile, "--images",
+                            QStringLiteral(DEMO "/pictures"), "--report", path("report.json")});
+    }
+
+    void stopDisplay()
+    {
+        display.terminate();
+        ASSERT_TRUE(display.waitForFinished());
+        EXPECT_EQ(display.exitCode(), 0);
+    }
+
+    QString path(const char *name) const { return folder.filePath(QString::fromLatin1(name)); }
+
+    QByteArray read(const QString &fileName) const
+    {
+        QFile file(fileName);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(fileName);
+        return file.readAll();
+    }
+
+    void write(const QString &fileName, const QByteArray &content) const
+    {
+        QFile file(fileName);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    /// The sample settings with free ports and the display's port.
+    QString sampleConfig(int displayPort)
+    {
+        auto config = QString::fromUtf8(read(QStringLiteral(DEMO "/shop.toml")));
+        config.replace(QStringLiteral("127.0.0.1:38080"),
+                       QStringLiteral("127.0.0.1:%1").arg(displayPort));
+        config.replace(QStringLiteral("38081"), QStringLiteral("0"));
+        config.replace(QStringLiteral("goods.toml"), QStringLiteral(DEMO "/goods.toml"));
+        write(path("shop.toml"), config.toUtf8());
+        return path("shop.toml");
+    }
+
+    QList<QJsonObject> record() const
+    {
+        QList<QJsonObject> lines;
+        for (const auto &line : read(path("record.jsonl")).split('\n')) {
+            if (!line.isEmpty())
+                lines.append(QJsonDocument::fromJson(line).object());
+        }
+        return lines;
+    }
+
+    QTemporaryDir folder;
+    QProcess display;
+    QProcess cashRegister;
+    QString output; // of the display
+};
+
+} // namespace
+
+TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
+{
+    const int port = startDisplay(0);
+    ASSERT_NE(port, 0) << qPrintable(output);
+    startRegister(sampleConfig(port), QStringLiteral(DEMO "/shop.jsonl"));
+    ASSERT_TRUE(cashRegister.waitForFinished(90'000));
+    EXPECT_EQ(cashRegister.exitCode(), 0);
+    EXPECT_FALSE(read(path("answers.jsonl")).contains("\"ok\":false"));
+    stopDisplay();
+
+    QProcess summary;
+    summary.start(QStringLiteral(SUMMARY),
+                  {"--report", path("report.json"), "--record", path("record.jsonl")});
+    ASSERT_TRUE(summary.waitForFinished());
+    EXPECT_EQ(summary.exitCode(), 0) << summary.readAllStandardOutput().toStdString();
+
+    QStringList paths;
+    for (const auto &line : record()) {
+        EXPECT_EQ(line["status"].toInt(), 200);
+        paths.append(line["path"].toString());
+    }
+    EXPECT_EQ(paths.first(), "/configure");
+    for (const auto *each :
+         {"/updateDocument", "/qrPayment", "/priceList", "/content", "/paymentdraft"})
+        EXPECT_TRUE(paths.contains(QString::fromLatin1(each))) << each;
+    EXPECT_EQ(paths.count("/configure"), 1);
+}
+
+TEST_F(Shop, Works_without_any_settings_on_the_default_ports)
+{
+    ASSERT_EQ(startDisplay(38080), 38080) << "is port 38080 in use?";
+    write(path("empty.toml"), {});
+    write(path("commands.jsonl"), R"({"do":"wait","ms":300}
+{"do":"document","properties":{"number":7,"waybillNumber":"W"}}
+{"do":"wait","ms":1500}
+)");
+    startRegister(path("empty.toml"), path("commands.jsonl"));
+
+    ASSERT_TRUE(support::waitFor([&] { return record().size() == 2; }));
+    QProcess request; // the plug-in's own port answers, whatever it is asked
+    request.start(QStringLiteral("bash"),
+                  {"-c",
+                   "exec 3<>/dev/tcp/127.0.0.1/38081; printf 'GET / HTTP/1.0\\r\\n\\r\\n' >&3; "
+                   "head -n 1 <&3"});
+    ASSERT_TRUE(request.waitForFinished());
+    EXPECT_TRUE(request.readAllStandardOutput().contains(" 200 OK"));
+
+    ASSERT_TRUE(cashRegister.waitForFinished());
+    EXPECT_EQ(cashRegister.exitCode(), 0);
+    const auto messages = record();
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_EQ(messages[0]["body"].toObject().size(), 52);
+    EXPECT_EQ(messages[1]["body"].toObject(), (QJsonObject{{"number", 7}}));
+    stopDisplay();
+}
+
+TEST_F(Shop, A_display_that_was_killed_gets_the_newest_state_when_it_is_back)
+{
+    const int port = startDisplay(0);
+    ASSERT_NE(port, 0);
+    write(path("commands.jsonl"), R"({"do":"open"}
+{"do":"sell","goods":"100"}
+{"do":"wait","ms":1500}
+{"do":"sell","goods":"101"}
+{"do":"prices","goods":["100"]}
+{"do":"sell","goods":"102"}
+{"do":"wait","ms":4000}
+)");
+    startRegister(sampleConfig(port), path("commands.jsonl"));
+    ASSERT_TRUE(support::waitFor([&] { return record().size() >= 2; }));
+    display.kill();
+    display.waitForFinished();
+    support::letPass(1700ms); // the rest of the sale happens meanwhile
+    output.clear();
+    ASSERT_EQ(startDisplay(port), port);
+
+    ASSERT_TRUE(support::waitFor([&] { return record().size() == 2; }));
+    const auto messages = record();
+    EXPECT_EQ(messages[0]["path"].toString(), "/updateDocument");
+    EXPECT_EQ(messages[0]["body"]["positions"].toArray().size(), 3);
+    EXPECT_EQ(messages[1]["path"].toString(), "/priceList");
+    ASSERT_TRUE(cashRegister.waitForFinished());
+    EXPECT_EQ(cashRegister.exitCode(), 0);
+    EXPECT_EQ(record().size(), 2);
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <support/ScriptedAnswer.h>
+
+#include <QByteArray>
+#include <QList>
+#include <QUrl>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <set>
+#include <thread>
+#include <vector>
+
+namespace support {
+
+/**
+ * A TCP peer on the loopback address that reads HTTP requests completely, keeps them, and answers
+ * each as the test's script says: well, badly, slowly or never.
+ *
+ * Owner: the test.
+ * Thread: it listens on a thread of its own and serves each connection on another, so that a client
+ * may block the test's thread. Every member is for the test's thread.
+ * Errors: the constructor and `comeUp` throw std::system_error if there is no port.
+ * Shut-down: the destructor and `goDown` cut all connections, whatever they are at, and return when
+ * the threads have ended.
+ */
+class ScriptedServer
+{
+public:
+    struct Request
+    {
+        QByteArray method;
+        QByteArray path;
+        QList<std::pair<QByteArray, QByteArray>> fields; // names in lower case
+        QByteArray body;
+        int connection = 0; // 0 for the first that was accepted, and so on
+        std::chrono::steady_clock::time_point arrival;
+
+        QByteArray field(const QByteArray &lowerCaseName) const;
+        bool hasField(const QByteArray &lowerCaseName) const;
+    };
+
+    /// Listens on a port that the system chose and answers 200.
+    ScriptedServer();
+    ~ScriptedServer();
+    ScriptedServer(const ScriptedServer &) = delete;
+    ScriptedServer &operator=(const ScriptedServer &) = delete;
+
+    int port() const { return m_port; }
+    QUrl url(const QString &path = QStringLiteral("/")) const;
+
+    /// The answer to every request from now on.
+    void answer(const ScriptedAnswer &standing);
+    /// The answers to the next requests, one each; then the standing answer is given again.
+    void answerNext(const QList<ScriptedAnswer> &queue);
+
+    /// Closes the port and cuts the connections; what was received stays known.
+    void goDown();
+    /// Listens again, on the same port.
+    void comeUp();
+
+    QList<Request> requests() const;
+    qsizetype requestCount() const;
+    /// How many connections were accepted, whether or not a request came on them.
+    int connectionCount() const;
+    /// How much the peers were willing to take so far.
+    qint64 bytesSent() const;
+
+private:
+    void listen();
+    void acceptConnections(int listener);
+    void serve(int socket, int connection);
+    bool readRequest(int socket, QByteArray &received, Request &request);
+    ScriptedAnswer noteArrival(Request request);
+    bool give(int socket, const ScriptedAnswer &answer);
+    bool send(int socket, const QByteArray &bytes);
+    bool pause(std::chrono::milliseconds time);
+    void release(int socket);
+
+    int m_port = 0;
+    int m_listener = -1;
+    std::thread m_accepting;
+    std::vector<std::thread> m_serving; // of m_accepting's thread, until that has been joined
+
+    mutable std::mutex m_mutex; // guards all that follows
+    std::condition_variable m_woken;
+    bool m_down = true;
+    std::set<int> m_sockets; // of the connections being served
+    ScriptedAnswer m_standing = ScriptedAnswer::ok();
+    QList<ScriptedAnswer> m_queue;
+    QList<Request> m_requests;
+    int m_connections = 0;
+    qint64 m_bytesSent = 0;
+};
+
+} // namespace support
