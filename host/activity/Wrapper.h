@@ -9,7 +9,7 @@ namespace events {
 class HOST_EXPORT Wrapper
 {
 public:
-    explicit Wrapper(const Event &event);
+    explicit Wrapper(Event event);
 
 protected:
     QVariant argument(const QString &name) const;
