@@ -1,8 +1,10 @@
 #include <Wrapper.h>
 
+#include <utility>
+
 namespace events {
 
-Wrapper::Wrapper(const Event &event) : m_event(event) {}
+Wrapper::Wrapper(Event event) : m_event(std::move(event)) {}
 
 QVariant Wrapper::argument(const QString &name) const
 {

@@ -44,7 +44,7 @@ void logLibraryMessage(void *, const char *format, va_list arguments)
 class HttpServer::Daemon
 {
 public:
-    Daemon(HttpServer *server, int port, const HttpServerOptions &options);
+    Daemon(HttpServer *server, int port, HttpServerOptions options);
     ~Daemon();
     Q_DISABLE_COPY_MOVE(Daemon)
 
@@ -87,8 +87,8 @@ private:
     DaemonHandle m_handle;
 };
 
-HttpServer::Daemon::Daemon(HttpServer *server, int port, const HttpServerOptions &options)
-    : m_server(server), m_options(options)
+HttpServer::Daemon::Daemon(HttpServer *server, int port, HttpServerOptions options)
+    : m_server(server), m_options(std::move(options))
 {
     start(port);
     if (isListening())

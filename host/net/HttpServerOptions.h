@@ -12,9 +12,9 @@ struct HOST_EXPORT HttpServerOptions
     /// An IPv4 address of this machine; "0.0.0.0" for all of them.
     QString address = QStringLiteral("127.0.0.1");
     /// The largest request body; a larger one is answered 413.
-    qint64 maxBodyBytes = 1024 * 1024;
+    qint64 maxBodyBytes = 1'048'576;
     /// The room for the request line and the header fields of one request.
-    qint64 maxHeaderBytes = 32 * 1024;
+    qint64 maxHeaderBytes = 32'768;
     /// Connections served at the same time; further ones are closed at once.
     int maxConnections = 256;
     /// How long a connection may stay silent before it is closed.

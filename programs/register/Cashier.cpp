@@ -43,6 +43,17 @@ tr::Tr priceListTitle()
                    {QStringLiteral("en"), QStringLiteral("Price list")}});
 }
 
+/// Positions are counted from 1, as on paper.
+qsizetype positionIndex(const CommandFields &fields, const Receipt &receipt)
+{
+    const int position = fields.integer(QStringLiteral("position"));
+    const auto count = receipt.positions().size();
+    if (position < 1 || position > count)
+        throw CommandError(
+            QStringLiteral("there is no position %1: the receipt has %2").arg(position).arg(count));
+    return position - 1;
+}
+
 } // namespace
 
 Cashier::Cashier(Till &till, Goods goods) : m_till(till), m_goods(std::move(goods)) {}
@@ -176,17 +187,6 @@ QSharedPointer<Receipt> Cashier::openReceipt() const
     if (!receipt || receipt->isPaid())
         throw CommandError(QStringLiteral("no receipt is open: open one with {\"do\":\"open\"}"));
     return receipt;
-}
-
-/// Positions are counted from 1, as on paper.
-qsizetype Cashier::positionIndex(const CommandFields &fields, const Receipt &receipt) const
-{
-    const int position = fields.integer(QStringLiteral("position"));
-    const auto count = receipt.positions().size();
-    if (position < 1 || position > count)
-        throw CommandError(
-            QStringLiteral("there is no position %1: the receipt has %2").arg(position).arg(count));
-    return position - 1;
 }
 
 const GoodsItem &Cashier::goods(const QJsonValue &code) const

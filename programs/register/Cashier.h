@@ -38,7 +38,6 @@ public:
 
 private:
     QSharedPointer<Receipt> openReceipt() const;
-    qsizetype positionIndex(const CommandFields &fields, const Receipt &receipt) const;
     const GoodsItem &goods(const QJsonValue &code) const;
     void notify(int code, const QVariantMap &arguments) const;
 

@@ -5,11 +5,9 @@
 
 #include <QStringList>
 
-#include <utility>
-
-void Commands::add(const QString &name, Handler handler)
+void Commands::add(const QString &name, const Handler &handler)
 {
-    m_handlers.insert(name, std::move(handler));
+    m_handlers.insert(name, handler);
 }
 
 void Commands::run(const QJsonObject &command) const

@@ -12,7 +12,7 @@ class Commands
 public:
     using Handler = std::function<void(const QJsonObject &)>;
 
-    void add(const QString &name, Handler handler);
+    void add(const QString &name, const Handler &handler);
 
     /// Runs the command that "do" names. Throws CommandError, also for an unknown command.
     void run(const QJsonObject &command) const;

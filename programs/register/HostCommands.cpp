@@ -110,7 +110,7 @@ QByteArray readPicture(const QString &imagesFolder, const QString &name)
     if (!file.open(QIODevice::ReadOnly))
         throw CommandError(
             QStringLiteral("the picture \"%1\" cannot be read: %2").arg(name, file.errorString()));
-    const QByteArray content = file.readAll();
+    QByteArray content = file.readAll();
     if (content.isEmpty())
         throw CommandError(QStringLiteral("the picture \"%1\" is empty").arg(name));
     return content;
