@@ -3,6 +3,8 @@
 #include <register/Cashier.h>
 #include <register/Commands.h>
 
+#include <array>
+
 namespace {
 
 struct Deed
@@ -11,18 +13,18 @@ struct Deed
     void (Cashier::*function)(const CommandFields &);
 };
 
-constexpr Deed deeds[] = {
-    {"open", &Cashier::open},
-    {"sell", &Cashier::sell},
-    {"void", &Cashier::voidPosition},
-    {"discount", &Cashier::discount},
-    {"pay", &Cashier::pay},
-    {"qr", &Cashier::showQr},
-    {"prices", &Cashier::showPrices},
-    {"scroll", &Cashier::scroll},
-    {"draft", &Cashier::draft},
-    {"content", &Cashier::content},
-    {"close-dialog", &Cashier::closeDialog},
+constexpr std::array deeds{
+    Deed{"open", &Cashier::open},
+    Deed{"sell", &Cashier::sell},
+    Deed{"void", &Cashier::voidPosition},
+    Deed{"discount", &Cashier::discount},
+    Deed{"pay", &Cashier::pay},
+    Deed{"qr", &Cashier::showQr},
+    Deed{"prices", &Cashier::showPrices},
+    Deed{"scroll", &Cashier::scroll},
+    Deed{"draft", &Cashier::draft},
+    Deed{"content", &Cashier::content},
+    Deed{"close-dialog", &Cashier::closeDialog},
 };
 
 } // namespace
