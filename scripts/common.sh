@@ -7,7 +7,7 @@ build_packages=(
     qt6-base-dev libcurl4-openssl-dev libmicrohttpd-dev libtomlplusplus-dev
 )
 # What the tests need besides.
-test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck)
+test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps)
 
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 
@@ -44,11 +44,13 @@ install_packages() {
         die "these packages could not be installed: ${missing[*]}. The lines above say why"
 }
 
-# Configures and builds a preset; the compiler's progress is shown.
+# Configures a preset and builds the named targets, or all of it; the compiler's progress is shown.
+#   build PRESET TARGET...
 build() {
     local preset=$1
+    shift
     command -v g++ >/dev/null || die "there is no C++ compiler: install g++"
     say "Building $preset"
     cmake --preset "$preset" --log-level=WARNING || die "the build could not be configured"
-    cmake --build --preset "$preset" || die "the build failed: the lines above say where"
+    cmake --build --preset "$preset" --target "$@" || die "the build failed: the lines above say where"
 }
