@@ -100,6 +100,10 @@ void Client::onTimeout()
     const auto message = messages->lock()->first();
     if (!message)
         return;
+    // The thread's start is missed when the plug-in ends before the thread runs, and is not
+    // repeated when the plug-in starts again.
+    if (!restClient)
+        onStart();
 
     const QByteArray body =
         QJsonDocument::fromVariant(message->data).toJson(QJsonDocument::Compact);
