@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <mutex>
 #include <utility>
@@ -63,8 +64,12 @@ QString Config::stringValue(const QString &key, const QString &defaultValue) con
 int Config::intValue(const QString &key, int defaultValue) const
 {
     using Int = std::numeric_limits<int>;
-    return static_cast<int>(
-        std::clamp<qlonglong>(value(key, defaultValue).toLongLong(), Int::min(), Int::max()));
+    const QVariant stored = value(key, defaultValue);
+    if (stored.typeId() == QMetaType::Double) { // may be no number, or beyond the widest integer
+        const double number = stored.toDouble();
+        return std::isnan(number) ? 0 : qRound(std::clamp<double>(number, Int::min(), Int::max()));
+    }
+    return static_cast<int>(std::clamp<qlonglong>(stored.toLongLong(), Int::min(), Int::max()));
 }
 
 bool Config::boolValue(const QString &key, bool defaultValue) const

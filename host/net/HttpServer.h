@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class HttpDaemon;
+
 /**
  * A small HTTP server: hands each complete request to its owner's thread and sends what that
  * answers.
@@ -21,8 +23,8 @@
  * Errors: a port that cannot be bound is logged and leaves `isListening` false. A request beyond
  * the limits of the options is answered 413 or its connection is closed; one that nobody answers is
  * answered 503.
- * Shut-down: the destructor answers what still waits with 503, closes the connections and frees the
- * port before it returns.
+ * Shut-down: the destructor closes the connections and frees the port before it returns; what still
+ * waits gets no answer. Not to be destroyed within a slot connected to `requestReceived`.
  */
 class HOST_EXPORT HttpServer : public QObject
 {
@@ -50,6 +52,5 @@ Q_SIGNALS:
     void requestReceived(const RequestHeader &header, const QByteArray &content);
 
 private:
-    class Daemon;
-    const std::unique_ptr<Daemon> m_daemon;
+    const std::unique_ptr<HttpDaemon> m_daemon;
 };

@@ -15,7 +15,7 @@ struct HOST_EXPORT HttpServerOptions
     qint64 maxBodyBytes = 1'048'576;
     /// The room for the request line and the header fields of one request.
     qint64 maxHeaderBytes = 32'768;
-    /// Connections served at the same time; further ones are closed at once.
+    /// Connections served at the same time; further ones wait until one of them ends.
     int maxConnections = 256;
     /// How long a connection may stay silent before it is closed.
     std::chrono::seconds idleTimeout{10};
