@@ -56,9 +56,10 @@ void ViewConnector::showOrScrollPriceList(const Event &event)
 
 void ViewConnector::closeDialog(const Event &event)
 {
-    const auto open = dialogTypes.constFind(dialogId(event));
+    const int id = dialogId(event);
+    const auto open = dialogTypes.constFind(id);
     if (open == dialogTypes.cend())
         return;
     addMessage({*open, {{QStringLiteral("close"), true}}});
-    dialogTypes.erase(open);
+    dialogTypes.remove(id); // by id: whoever hears of the message may have changed the map
 }

@@ -93,10 +93,9 @@ bool ViewConnector::init()
         asyncGetAdsStream(QUrl(adsUrl));
 
     adTimetable = readAdTimetable();
-    if (!adTimetable.isEmpty()) {
-        currentAd = 0;
+    currentAd = 0;
+    if (!adTimetable.isEmpty())
         sendAdvertising();
-    }
     return true;
 }
 

@@ -18,6 +18,7 @@ namespace view {
 namespace {
 
 constexpr int minTimeoutSeconds = 1;
+constexpr int minIntervalMs = 1;
 constexpr int defaultIntervalMs = 250;
 constexpr int notSet = -1;
 
@@ -78,14 +79,14 @@ void Client::setServerAddress(const QString &address)
 
 void Client::setTimeout(int seconds)
 {
-    restClient->setRequestTimeout(seconds < 2 ? minTimeoutSeconds : seconds);
+    restClient->setRequestTimeout(qMax(seconds, minTimeoutSeconds));
     logger->info(QStringLiteral("Установка таймаута обращения к серверу: %1 с.")
                      .arg(restClient->requestTimeout()));
 }
 
 void Client::setInterval(int milliseconds)
 {
-    timer->setInterval(milliseconds < 1 ? defaultIntervalMs : milliseconds);
+    timer->setInterval(milliseconds < minIntervalMs ? defaultIntervalMs : milliseconds);
     logger->info(
         QStringLiteral("Установка интервала отправки сообщений: %1 мс.").arg(timer->interval()));
 }

@@ -58,7 +58,8 @@ public Q_SLOTS: // in the order of the virtual table
     /// timer for the next. With nothing waiting the timer stays off.
     virtual void onTimeout();
 
-    /// Creates the REST client and reads the settings; runs when the client thread starts.
+    /// Creates the REST client and reads the settings; runs when the client thread starts, or
+    /// before the first post if that start was missed.
     void onStart();
     /// Runs when the client thread finishes.
     void stop();
