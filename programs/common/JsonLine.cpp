@@ -16,9 +16,10 @@ QByteArray toJson(const QJsonValue &value)
 
 QByteArray jsonLine(std::initializer_list<std::pair<QString, QJsonValue>> fields)
 {
-    QByteArray line;
+    QByteArray line("{");
     for (const auto &[key, value] : fields) {
-        line += line.isEmpty() ? '{' : ',';
+        if (line.size() > 1)
+            line += ',';
         line += toJson(key) + ':' + toJson(value);
     }
     return line + "}\n";

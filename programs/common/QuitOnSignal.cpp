@@ -11,9 +11,12 @@ namespace {
 
 int wakeUp = -1;
 
-/// Only what is safe in a signal handler: wakes the event loop.
+/// Only what is safe in a signal handler: wakes the event loop, and leaves both signals to the
+/// system from now on, since a second one may be the other.
 void onSignal(int)
 {
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
     const std::uint64_t one = 1;
     [[maybe_unused]] const auto written = write(wakeUp, &one, sizeof one);
 }
@@ -33,7 +36,6 @@ QuitOnSignal::QuitOnSignal(QObject *parent) : QObject(parent)
     {
     };
     action.sa_handler = &onSignal;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
 }

@@ -31,7 +31,8 @@ void print(const QString &line)
 Display::Display(const DisplayOptions &options)
     : m_startedMs(monotonicMs()), m_server(options.port, serverOptions())
 {
-    if (!options.recordFile.isEmpty())
+    // Not before the port is ours: the record may be that of the display that has it.
+    if (m_server.isListening() && !options.recordFile.isEmpty())
         m_recorder.emplace(options.recordFile);
     connect(&m_server, &HttpServer::requestReceived, this, &Display::receive);
 }

@@ -8,6 +8,7 @@
 
 #include <QJsonArray>
 
+#include <limits>
 #include <utility>
 
 namespace {
@@ -16,6 +17,7 @@ constexpr control::Action receiptChanged{EContext::Sale, control::ReceiptChanged
 constexpr control::Action paymentChanged{EContext::Payment, control::PaymentChanged};
 constexpr control::Action receiptPaid{EContext::Payment, control::ReceiptStateChanged};
 
+constexpr qint64 maxReceiptSum = std::numeric_limits<int>::max(); // what an "amount" can hold
 constexpr int qrTimeoutSeconds = 60;
 constexpr int priceListColumns = 2;
 constexpr int plainText = 1; // kind of second-screen content
@@ -60,7 +62,8 @@ Cashier::Cashier(Till &till, Goods goods) : m_till(till), m_goods(std::move(good
 
 void Cashier::open(const CommandFields &fields)
 {
-    m_lastReceipt = fields.integer(QStringLiteral("number"), m_lastReceipt + 1);
+    const int next = m_lastReceipt < std::numeric_limits<int>::max() ? m_lastReceipt + 1 : 1;
+    m_lastReceipt = fields.integer(QStringLiteral("number"), next);
     m_till.setDocument(QSharedPointer<Receipt>::create(m_lastReceipt));
 }
 
@@ -71,6 +74,10 @@ void Cashier::sell(const CommandFields &fields)
     const double quantity = fields.number(QStringLiteral("quantity"), 1);
     if (!(quantity > 0))
         throw CommandError(QStringLiteral("\"quantity\" must be above 0"));
+    if (static_cast<double>(item.price) * quantity >
+        static_cast<double>(maxReceiptSum - receipt->sum()))
+        throw CommandError(QStringLiteral("\"quantity\" is too large: a receipt can be at most %1")
+                               .arg(static_cast<double>(maxReceiptSum) / 100, 0, 'f', 2));
 
     receipt->addPosition({item.code, item.barcode, item.name, item.unit, item.price, quantity, 0});
     m_till.runAction(receiptChanged);
@@ -118,19 +125,19 @@ void Cashier::showQr(const CommandFields &fields)
     const auto amount = static_cast<int>(receipt->due());
     const auto text =
         QStringLiteral("https://pay.example.com/r/%1?sum=%2").arg(receipt->number()).arg(amount);
-    notify(
-        EventCode::QrPaymentDialog,
-        {{QStringLiteral("dialogId"), m_dialogs.open()},
-         {QStringLiteral("qrCode"), fields.text(QStringLiteral("text"), text)},
-         {QStringLiteral("amount"), fields.integer(QStringLiteral("amount"), amount)},
-         {QStringLiteral("timeout"), fields.integer(QStringLiteral("timeout"), qrTimeoutSeconds)}});
+    QVariantMap arguments{
+        {QStringLiteral("qrCode"), fields.text(QStringLiteral("text"), text)},
+        {QStringLiteral("amount"), fields.integer(QStringLiteral("amount"), amount)},
+        {QStringLiteral("timeout"), fields.integer(QStringLiteral("timeout"), qrTimeoutSeconds)}};
+    arguments.insert(QStringLiteral("dialogId"), m_dialogs.open()); // once all fields are right
+    notify(EventCode::QrPaymentDialog, arguments);
 }
 
 void Cashier::showPrices(const CommandFields &fields)
 {
     QVariantList rows;
     if (fields.contains(QStringLiteral("goods"))) {
-        const auto codes = fields.value(QStringLiteral("goods")).toArray();
+        const auto codes = fields.list(QStringLiteral("goods"));
         for (const auto &code : codes)
             rows.append(priceRow(goods(code)));
     } else {

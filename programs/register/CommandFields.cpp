@@ -69,3 +69,13 @@ QJsonObject CommandFields::object(const QString &name,
         wrongField(name, value, QStringLiteral("an object"));
     return value.toObject();
 }
+
+QJsonArray CommandFields::list(const QString &name, std::optional<QJsonArray> defaultValue) const
+{
+    const auto value = m_command.value(name);
+    if (value.isUndefined() && defaultValue)
+        return *defaultValue;
+    if (!value.isArray())
+        wrongField(name, value, QStringLiteral("a list"));
+    return value.toArray();
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -24,6 +25,7 @@ public:
     QString text(const QString &name, std::optional<QString> defaultValue = {}) const;
     bool boolean(const QString &name, std::optional<bool> defaultValue = {}) const;
     QJsonObject object(const QString &name, std::optional<QJsonObject> defaultValue = {}) const;
+    QJsonArray list(const QString &name, std::optional<QJsonArray> defaultValue = {}) const;
 
 private:
     const QJsonObject &m_command;

@@ -49,6 +49,8 @@ Goods Goods::fromFile(const QString &fileName)
 
 const GoodsItem *Goods::find(const QString &codeOrBarcode) const
 {
+    if (codeOrBarcode.isEmpty()) // would be the bar code of all that have none
+        return nullptr;
     const auto found = std::find_if(m_items.cbegin(), m_items.cend(), [&](const GoodsItem &item) {
         return item.code == codeOrBarcode || item.barcode == codeOrBarcode;
     });

@@ -41,17 +41,24 @@ void notifyEvent(Till &till, const CommandFields &fields)
     till.notify(Event(code, arguments));
 }
 
+void checkWritable(const AbstractDocument &document, const QString &name)
+{
+    const auto *meta = document.metaObject();
+    const int declared = meta->indexOfProperty(name.toUtf8().constData());
+    if (declared >= 0 && !meta->property(declared).isWritable())
+        throw CommandError(QStringLiteral("the property \"%1\" of this document follows from its "
+                                          "content: change it with the cashier's commands")
+                               .arg(name));
+}
+
+/// Sets all of them, or none if one cannot be set.
 void setProperties(AbstractDocument &document, const QJsonObject &properties)
 {
-    for (auto property = properties.begin(); property != properties.end(); ++property) {
-        const QByteArray name = property.key().toUtf8();
-        const int declared = document.metaObject()->indexOfProperty(name.constData());
-        if (declared >= 0 && !document.metaObject()->property(declared).isWritable())
-            throw CommandError(QStringLiteral("the property \"%1\" of this document follows from "
-                                              "its content: change it with the cashier's commands")
-                                   .arg(property.key()));
-        document.setProperty(name.constData(), property->toVariant());
-    }
+    const auto names = properties.keys();
+    for (const auto &name : names)
+        checkWritable(document, name);
+    for (const auto &name : names)
+        document.setProperty(name.toUtf8().constData(), properties[name].toVariant());
 }
 
 void setDocument(Till &till, const CommandFields &fields)

@@ -28,6 +28,6 @@ void writeReport(const QString &fileName, const Till &till)
 
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) ||
-        file.write(QJsonDocument(report).toJson(QJsonDocument::Compact)) < 0)
+        file.write(QJsonDocument(report).toJson(QJsonDocument::Compact)) < 0 || !file.flush())
         throw UsageError(QStringLiteral("--report %1: %2.").arg(fileName, file.errorString()));
 }

@@ -51,7 +51,10 @@ int runRegister(const RegisterOptions &options)
     std::optional<CommandLoop> loop;
     if (!options.commandsFile.isEmpty())
         loop.emplace(commands, options.commandsFile);
-    till.init();
+    if (!till.init())
+        throw PluginError(QStringLiteral("%1: the plug-in's init() returned false: see its log "
+                                         "lines, or choose another with --plugin")
+                              .arg(options.pluginFile));
 
     const QuitOnSignal signal;
     QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);

@@ -11,11 +11,13 @@
 
 namespace {
 
+/// `source` says where the text is from: the option and its file.
 QJsonObject parseObject(const QByteArray &json, const QString &source)
 {
     const auto document = QJsonDocument::fromJson(json);
     if (!document.isObject())
-        throw UsageError(QStringLiteral("%1 is no JSON object.").arg(source));
+        throw UsageError(
+            QStringLiteral("%1 is no JSON object: see --help for what to give.").arg(source));
     return document.object();
 }
 
@@ -28,6 +30,23 @@ QByteArray readFile(const CommandLine &line, const QString &option)
         throw UsageError(
             QStringLiteral("--%1 %2: %3.").arg(option, file.fileName(), file.errorString()));
     return file.readAll();
+}
+
+QString sourceOf(const CommandLine &line, const QString &option)
+{
+    return QStringLiteral("--%1 %2").arg(option, line.value(option));
+}
+
+QList<QJsonObject> readRecord(const CommandLine &line, const QString &option)
+{
+    QList<QJsonObject> record;
+    const auto lines = readFile(line, option).split('\n');
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (!lines[i].isEmpty())
+            record.append(parseObject(
+                lines[i], QStringLiteral("%1:%2").arg(sourceOf(line, option)).arg(i + 1)));
+    }
+    return record;
 }
 
 } // namespace
@@ -47,14 +66,8 @@ int main(int argc, char **argv)
         if (!line.parse(QCoreApplication::arguments()))
             return Fine;
 
-        const auto report = parseObject(readFile(line, reportOption), QStringLiteral("The report"));
-        QList<QJsonObject> record;
-        const auto lines = readFile(line, recordOption).split('\n');
-        for (const auto &recordLine : lines) {
-            if (!recordLine.isEmpty())
-                record.append(parseObject(recordLine, QStringLiteral("A line of the record")));
-        }
-        const Summary summary = summarise(report, record);
+        const auto report = parseObject(readFile(line, reportOption), sourceOf(line, reportOption));
+        const Summary summary = summarise(report, readRecord(line, recordOption));
         std::fputs(summary.toText().toUtf8().constData(), stdout);
         return summary.receiptsEqual ? Fine : Failed;
     } catch (const UsageError &error) {
