@@ -4,8 +4,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -14,54 +12,12 @@ namespace support {
 
 namespace {
 
-const QByteArray headerEnd = "\r\n\r\n";
-
 [[noreturn]] void fail(const char *what)
 {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-ScriptedServer::Request parseHeader(const QByteArray &header)
-{
-    ScriptedServer::Request request;
-    const auto lines = header.split('\n');
-    const auto words = lines.first().trimmed().split(' ');
-    request.method = words.value(0);
-    request.path = words.value(1);
-    for (const auto &line : lines.mid(1)) {
-        const auto colon = line.indexOf(':');
-        if (colon > 0)
-            request.fields.append({line.left(colon).toLower(), line.mid(colon + 1).trimmed()});
-    }
-    return request;
-}
-
-/// Adds what has arrived; false when the peer has closed or the connection was cut.
-bool receive(int socket, QByteArray &received)
-{
-    std::array<char, 64 * 1024> buffer;
-    const auto size = ::recv(socket, buffer.data(), buffer.size(), 0);
-    if (size <= 0)
-        return false;
-    received.append(buffer.data(), size);
-    return true;
-}
-
 } // namespace
-
-QByteArray ScriptedServer::Request::field(const QByteArray &lowerCaseName) const
-{
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const auto &field) {
-        return field.first == lowerCaseName;
-    });
-    return found == fields.end() ? QByteArray() : found->second;
-}
-
-bool ScriptedServer::Request::hasField(const QByteArray &lowerCaseName) const
-{
-    return std::any_of(fields.begin(), fields.end(),
-                       [&](const auto &field) { return field.first == lowerCaseName; });
-}
 
 ScriptedServer::ScriptedServer()
 {
@@ -75,7 +31,7 @@ ScriptedServer::~ScriptedServer()
 
 QUrl ScriptedServer::url(const QString &path) const
 {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path));
+    return {QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path)};
 }
 
 void ScriptedServer::answer(const ScriptedAnswer &standing)
@@ -192,27 +148,6 @@ void ScriptedServer::serve(int socket, int connection)
             break;
     }
     release(socket);
-}
-
-/// Takes the next request out of what was received; what follows it stays there.
-bool ScriptedServer::readRequest(int socket, QByteArray &received, Request &request)
-{
-    qsizetype end = -1;
-    while ((end = received.indexOf(headerEnd)) < 0) {
-        if (!receive(socket, received))
-            return false;
-    }
-    request = parseHeader(received.left(end));
-    received.remove(0, end + headerEnd.size());
-
-    const auto length = request.field("content-length").toLongLong();
-    while (received.size() < length) {
-        if (!receive(socket, received))
-            return false;
-    }
-    request.body = received.left(length);
-    received.remove(0, length);
-    return true;
 }
 
 ScriptedAnswer ScriptedServer::noteArrival(Request request)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <support/ScriptedAnswer.h>
+#include <support/ScriptedRequest.h>
 
 #include <QByteArray>
 #include <QList>
@@ -29,18 +30,7 @@ namespace support {
 class ScriptedServer
 {
 public:
-    struct Request
-    {
-        QByteArray method;
-        QByteArray path;
-        QList<std::pair<QByteArray, QByteArray>> fields; // names in lower case
-        QByteArray body;
-        int connection = 0; // 0 for the first that was accepted, and so on
-        std::chrono::steady_clock::time_point arrival;
-
-        QByteArray field(const QByteArray &lowerCaseName) const;
-        bool hasField(const QByteArray &lowerCaseName) const;
-    };
+    using Request = ScriptedRequest;
 
     /// Listens on a port that the system chose and answers 200.
     ScriptedServer();
@@ -72,7 +62,6 @@ private:
     void listen();
     void acceptConnections(int listener);
     void serve(int socket, int connection);
-    bool readRequest(int socket, QByteArray &received, Request &request);
     ScriptedAnswer noteArrival(Request request);
     bool give(int socket, const ScriptedAnswer &answer);
     bool send(int socket, const QByteArray &bytes);

@@ -4,8 +4,7 @@
 
 #include <chrono>
 
-namespace support
-{
+namespace support {
 
 using namespace std::chrono_literals;
 

@@ -10,8 +10,7 @@
 #include <atomic>
 #include <thread>
 
-namespace
-{
+namespace {
 
 using Queue = Locker<view::Messages, QMutex>;
 using Type = view::Message::Type;

@@ -13,8 +13,7 @@
 #include <thread>
 #include <vector>
 
-namespace
-{
+namespace {
 
 constexpr int threadCount = 4;
 
@@ -33,7 +32,8 @@ TEST(SharedServices, All_threads_get_the_same_singleton_when_they_create_it_at_o
 {
     Singleton<Config>::replace(nullptr);
     std::array<Config *, threadCount> seen{};
-    onAllThreads([&](int i) { seen[static_cast<std::size_t>(i)] = &Singleton<Config>::instance(); });
+    onAllThreads(
+        [&](int i) { seen[static_cast<std::size_t>(i)] = &Singleton<Config>::instance(); });
 
     EXPECT_EQ(std::set(seen.begin(), seen.end()).size(), 1U);
     Singleton<Config>::replace(nullptr);

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Process.h"
+
+#include <support/Json.h>
+#include <support/PrintQt.h>
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// Programs with their files in a folder of the test's own.
+class ProgramFixture : public testing::Test
+{
+protected:
+    using ProcessPtr = std::unique_ptr<Process>;
+
+    /// More than enough for an answer to reach the plug-in after the display has written the
+    /// record.
+    static constexpr auto answerTime = std::chrono::milliseconds(120);
+
+    QString path(const QString &name) const { return folder.filePath(name); }
+
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return path(name);
+    }
+
+    QByteArray read(const QString &name) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+        return file.readAll();
+    }
+
+    /// Settings for a display at `port`, with a port of the plug-in's that the system chooses and a
+    /// shop of two articles.
+    QString config(int serverPort = 1) const
+    {
+        write("goods.toml", "goods = [{ code = \"100\", name = \"Чай\", price = 1000 },\n"
+                            "         { code = \"101\", name = \"Сахар\", price = 500 }]\n");
+        return write("shop.toml", "[ViewConnector]\nport = 0\ninterval = 50\nserver = "
+                                  "\"http://127.0.0.1:" +
+                                      QByteArray::number(serverPort) +
+                                      "\"\n[Shop]\ngoods = \"goods.toml\"\n");
+    }
+
+    static ProcessPtr startRegister(const QStringList &arguments)
+    {
+        return std::make_unique<Process>(QStringLiteral(REGISTER), arguments);
+    }
+
+    /// A display that listens; its address is its first line.
+    ProcessPtr startDisplay(int port = 0)
+    {
+        auto display = std::make_unique<Process>(
+            QStringLiteral(DISPLAY_PROGRAM),
+            QStringList{"--port", QString::number(port), "--record", path("record.jsonl")});
+        EXPECT_TRUE(display->waitForOutputLines(1)) << display->errors().toStdString();
+        const QRegularExpression address("^Display at http://127.0.0.1:(\\d+), ");
+        displayPort = address.match(QString(display->outputLines().value(0))).captured(1).toInt();
+        EXPECT_NE(displayPort, 0);
+        return display;
+    }
+
+    /// The messages that the display wrote down.
+    QList<QJsonObject> record() const { return support::jsonLines(read("record.jsonl")); }
+
+    bool waitForRecord(qsizetype count) const
+    {
+        return support::waitFor([&] { return record().size() >= count; });
+    }
+
+    QTemporaryDir folder;
+    int displayPort = 0; // of the display that was started last
+};

@@ -1,0 +1,99 @@
+#include "TomlText.h"
+
+#include <ConfigError.h>
+#include <TomlFile.h>
+
+#include <support/PrintQt.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::StartsWith;
+
+std::string errorOf(const QString &fileName)
+{
+    try {
+        readTomlFile(fileName);
+    } catch (const ConfigError &error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+} // namespace
+
+TEST(TomlFile, Keeps_tables_lists_and_types)
+{
+    const auto content = readTomlFile(TomlText().file(R"(
+whole = 5
+[table]
+list = ["a", 1, [true]]
+inner = { x = 0.5 }
+)"));
+    const QVariantMap expected{
+        {QStringLiteral("whole"), 5LL},
+        {QStringLiteral("table"),
+         QVariantMap{
+             {QStringLiteral("list"), QVariantList{QStringLiteral("a"), 1LL, QVariantList{true}}},
+             {QStringLiteral("inner"), QVariantMap{{QStringLiteral("x"), 0.5}}},
+         }},
+    };
+    EXPECT_EQ(content, expected);
+}
+
+TEST(TomlFile, Keeps_texts_and_keys_that_are_not_ASCII)
+{
+    const auto content = readTomlFile(TomlText().file("\"ключ\" = \"«зн» 🧾\"\n"));
+    EXPECT_EQ(content.value(QStringLiteral("ключ")), QVariant(QStringLiteral("«зн» 🧾")));
+}
+
+TEST(TomlFile, Is_empty_when_the_file_is)
+{
+    EXPECT_EQ(readTomlFile(TomlText().file("")), QVariantMap());
+}
+
+TEST(TomlFile, Names_a_missing_file)
+{
+    const auto name = QStringLiteral("/no/such/магазин.toml");
+    EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ": cannot be read: "));
+}
+
+TEST(TomlFile, Refuses_a_folder)
+{
+    const auto name = QDir::tempPath();
+    EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ": cannot be read: "));
+}
+
+TEST(TomlFile, Says_where_a_broken_file_is_broken)
+{
+    const struct
+    {
+        const char *content;
+        const char *place;
+    } rows[] = {
+        {"[View.Style]\ndisplayType = \n", ":2:"},
+        {"a = 1\nb = 2\na = 3\n", ":3:"},
+        {"[open\n", ":1:"},
+        {"\n\n\nkey = \"never closed\n", ":4:"},
+        {"bad = \"\xff\xfe\"\n", ":1:"},
+        {"just text", ":1:"},
+    };
+    const TomlText text;
+    for (const auto &[content, place] : rows) {
+        SCOPED_TRACE(content);
+        const auto name = text.file(content);
+        EXPECT_THAT(errorOf(name), testing::MatchesRegex(".*shop\\.toml:[0-9]+:[0-9]+: .+"));
+        EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + place));
+    }
+}
+
+TEST(TomlFile, Says_the_column_too)
+{
+    const TomlText text;
+    const auto name = text.file("key = 1 2\n");
+    EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:9: "));
+}

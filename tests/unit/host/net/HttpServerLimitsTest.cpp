@@ -1,0 +1,161 @@
+#include "HttpServerFixture.h"
+
+#include <support/PrintQt.h>
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+namespace {
+
+using namespace std::chrono_literals;
+using support::RawClient;
+
+constexpr qint64 limit = 1000;
+
+HttpServerOptions smallBodies()
+{
+    HttpServerOptions options;
+    options.maxBodyBytes = limit;
+    return options;
+}
+
+QByteArray chunked(const QByteArray &body, int chunkSize)
+{
+    QByteArray request =
+        "POST /chunked HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (qsizetype at = 0; at < body.size(); at += chunkSize) {
+        const auto chunk = body.mid(at, chunkSize);
+        request += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
+    }
+    return request + "0\r\n\r\n";
+}
+
+using HttpServerLimits = HttpServerFixture;
+
+} // namespace
+
+TEST_F(HttpServerLimits, Let_a_body_of_the_limit_pass)
+{
+    start(smallBodies());
+    for (const auto &request :
+         {RawClient::request("/", QByteArray(limit, 'x')), chunked(QByteArray(limit, 'x'), 300)}) {
+        RawClient client(server->port());
+        client.send(request);
+        EXPECT_EQ(client.answer().status, 200);
+    }
+    EXPECT_EQ(arrivals.size(), 2);
+}
+
+TEST_F(HttpServerLimits, Refuse_a_larger_body_with_413)
+{
+    start(smallBodies());
+    for (const auto &request :
+         {RawClient::request("/", QByteArray(limit + 1, 'x')),
+          chunked(QByteArray(limit + 1, 'x'), 300), chunked(QByteArray(100 * limit, 'x'), 4096)}) {
+        SCOPED_TRACE(request.left(20).toStdString());
+        RawClient client(server->port());
+        client.send(request);
+        EXPECT_EQ(client.answer().status, 413);
+    }
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerLimits, Refuse_an_announced_body_before_it_comes)
+{
+    start(smallBodies());
+    RawClient client(server->port());
+    client.send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1000000000\r\n\r\n");
+    EXPECT_EQ(client.answer().status, 413);
+    EXPECT_TRUE(arrivals.isEmpty());
+}
+
+TEST_F(HttpServerLimits, Refuse_an_absurd_length)
+{
+    start(smallBodies());
+    RawClient client(server->port());
+    client.send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 99999999999999999999999\r\n"
+                "\r\n");
+    EXPECT_GE(client.answer().status, 400);
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerLimits, Are_told_to_the_log_with_the_path)
+{
+    start(smallBodies());
+    RawClient client(server->port());
+    client.send(RawClient::request("/much", QByteArray(limit + 1, 'x')));
+    EXPECT_EQ(client.answer().status, 413);
+    const auto last = log.textsOf(QStringLiteral("httpserver")).last();
+    EXPECT_THAT(last.toStdString(), testing::HasSubstr("/much"));
+    EXPECT_THAT(last.toStdString(), testing::HasSubstr("1000"));
+}
+
+TEST_F(HttpServerLimits, Refuse_too_long_header_fields)
+{
+    start();
+    RawClient client(server->port());
+    client.send(RawClient::request("/", "body", "X-Long: " + QByteArray(64 * 1024, 'x') + "\r\n"));
+    EXPECT_TRUE(client.waitForClose());
+    EXPECT_EQ(client.answer(0ms).status / 100, 4);
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerLimits, Close_a_connection_that_stays_silent)
+{
+    HttpServerOptions options;
+    options.idleTimeout = 1s;
+    start(options);
+    RawClient silent(server->port());
+    RawClient halfway(server->port());
+    halfway.send("POST / HTTP/1.1\r\nHost: loc");
+    RawClient served(server->port());
+    served.send(RawClient::request("/", "question"));
+    EXPECT_EQ(served.answer().status, 200);
+
+    EXPECT_TRUE(silent.waitForClose(6s));
+    EXPECT_TRUE(halfway.waitForClose(6s));
+    EXPECT_TRUE(served.waitForClose(6s));
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerLimits, Close_a_connection_whose_body_takes_too_long)
+{
+    HttpServerOptions options;
+    options.bodyTimeout = 1s;
+    start(options);
+    RawClient client(server->port());
+    client.send("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1000\r\n\r\n");
+    const bool closed = support::waitFor([&] {
+        client.send("."); // never silent for long
+        return !client.isConnected();
+    });
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerLimits, Let_further_connections_wait_for_room)
+{
+    HttpServerOptions options;
+    options.maxConnections = 2;
+    options.idleTimeout = 60s;
+    start(options);
+    auto first = std::make_unique<RawClient>(server->port());
+    RawClient second(server->port());
+    for (auto *client : {first.get(), &second}) {
+        client->send(RawClient::request("/", "in time"));
+        EXPECT_EQ(client->answer().status, 200);
+    }
+    RawClient third(server->port());
+    third.send(RawClient::request("/", "later"));
+    EXPECT_EQ(third.answer(300ms).status, 0);
+    EXPECT_EQ(arrivals.size(), 2);
+
+    first.reset();
+    EXPECT_EQ(third.answer().status, 200);
+    EXPECT_EQ(arrivals.size(), 3);
+}

@@ -1,0 +1,96 @@
+#include "RestClientFixture.h"
+
+#include <support/PrintQt.h>
+
+#include <curl/curl.h>
+
+namespace {
+
+using support::ScriptedAnswer;
+
+/// What the peer may have sent until it was cut off, with what the system buffers on the way.
+constexpr qint64 readAndBuffered = 32 * 1024 * 1024;
+
+struct Row
+{
+    const char *name;
+    ScriptedAnswer answer;
+    int result;
+};
+
+std::ostream &operator<<(std::ostream &out, const Row &row)
+{
+    return out << row.name;
+}
+
+class RestClientAnswers : public RestClientFixture, public testing::WithParamInterface<Row>
+{
+};
+
+const Row rows[] = {
+    {"a_200", ScriptedAnswer::ok(), 0},
+    {"a_200_with_a_large_body", ScriptedAnswer::ok(QByteArray(1024 * 1024, 'x')), 0},
+    {"a_201", ScriptedAnswer::status(201), 0},
+    {"a_204_without_a_body", ScriptedAnswer::status(204), 0},
+    {"a_299", ScriptedAnswer::status(299), 0},
+    {"a_redirect_that_is_not_followed", ScriptedAnswer::status(302), 302},
+    {"a_redirect_that_keeps_the_method", ScriptedAnswer::status(307), 307},
+    {"a_300", ScriptedAnswer::status(300), 300},
+    {"a_404", ScriptedAnswer::status(404), 404},
+    {"a_500", ScriptedAnswer::status(500), 500},
+    {"garbage", ScriptedAnswer::garbage(), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_closed_connection", ScriptedAnswer::closed(), CURLE_GOT_NOTHING},
+    {"a_truncated_answer", ScriptedAnswer::truncated(), CURLE_PARTIAL_FILE},
+    {"a_body_beyond_the_limit", ScriptedAnswer::ok(QByteArray(1024 * 1024 + 1, 'x')),
+     CURLE_WRITE_ERROR},
+};
+
+class RestClientFloods : public RestClientFixture
+{
+protected:
+    /// Posts with a long time-out and expects to be rid of the answer long before it.
+    void expectCutOff(const ScriptedAnswer &answer)
+    {
+        server.answer(answer);
+        client.setRequestTimeout(60);
+        EXPECT_EQ(post(), CURLE_WRITE_ERROR);
+        EXPECT_LT(elapsedMs, 20'000);
+        EXPECT_LT(server.bytesSent(), readAndBuffered);
+        EXPECT_EQ(server.requestCount(), 1);
+
+        server.answer(ScriptedAnswer::ok());
+        expectDelivery();
+    }
+};
+
+} // namespace
+
+TEST_P(RestClientAnswers, Decide_the_result)
+{
+    client.setRequestTimeout(20);
+    server.answer(GetParam().answer);
+    EXPECT_EQ(post(), GetParam().result);
+    EXPECT_EQ(server.requestCount(), 1);
+    EXPECT_EQ(server.connectionCount(), 1);
+
+    server.answer(ScriptedAnswer::ok());
+    expectDelivery();
+}
+
+INSTANTIATE_TEST_SUITE_P(, RestClientAnswers, testing::ValuesIn(rows),
+                         [](const auto &row) { return row.param.name; });
+
+TEST_F(RestClientFloods, Of_body_are_cut_off)
+{
+    expectCutOff(ScriptedAnswer::endlessBody());
+}
+
+TEST_F(RestClientFloods, Of_header_fields_are_cut_off)
+{
+    expectCutOff(ScriptedAnswer::endlessHeader());
+}
+
+TEST_F(RestClientFloods, Of_interim_answers_are_cut_off)
+{
+    expectCutOff(ScriptedAnswer::endlessInterim(std::chrono::milliseconds(0)));
+}

@@ -1,0 +1,98 @@
+#include "RestClientFixture.h"
+
+#include <support/PrintQt.h>
+
+#include <curl/curl.h>
+
+namespace {
+
+using support::ScriptedAnswer;
+
+using RestClientConnection = RestClientFixture;
+
+} // namespace
+
+TEST_F(RestClientConnection, Is_kept_for_the_next_posts)
+{
+    for (int i = 0; i < 5; ++i)
+        expectDelivery();
+    EXPECT_EQ(server.connectionCount(), 1);
+}
+
+TEST_F(RestClientConnection, Is_kept_after_an_answer_that_is_no_success)
+{
+    server.answerNext({ScriptedAnswer::status(500), ScriptedAnswer::status(302)});
+    EXPECT_EQ(post(), 500);
+    EXPECT_EQ(post(), 302);
+    expectDelivery();
+    EXPECT_EQ(server.connectionCount(), 1);
+}
+
+TEST_F(RestClientConnection, That_is_kept_and_closed_on_a_request_does_not_send_it_again)
+{
+    server.answerNext({ScriptedAnswer::ok(), ScriptedAnswer::closed()});
+    expectDelivery();
+
+    EXPECT_GT(post("not twice"), 0);
+    EXPECT_LT(client.result(), 100);
+    EXPECT_EQ(server.requestCount(), 2);
+
+    expectDelivery();
+    EXPECT_EQ(server.requests().last().body, QByteArray("{}"));
+    EXPECT_EQ(server.requestCount(), 3);
+}
+
+TEST_F(RestClientConnection, That_is_closed_each_second_time_delivers_all_others)
+{
+    QList<ScriptedAnswer> answers;
+    for (int i = 0; i < 10; ++i)
+        answers += {ScriptedAnswer::ok(), ScriptedAnswer::closed()};
+    server.answerNext(answers);
+    for (int i = 0; i < 10; ++i) {
+        expectDelivery();
+        EXPECT_NE(post(), 0);
+    }
+    EXPECT_EQ(server.requestCount(), 20);
+}
+
+TEST_F(RestClientConnection, Is_made_anew_when_the_server_was_restarted)
+{
+    for (int i = 0; i < 3; ++i) {
+        expectDelivery();
+        server.goDown();
+        server.comeUp();
+    }
+    expectDelivery();
+    EXPECT_EQ(server.connectionCount(), 4);
+}
+
+TEST_F(RestClientConnection, Is_refused_while_the_server_is_down_and_made_when_it_is_back)
+{
+    server.goDown();
+    EXPECT_EQ(post(), CURLE_COULDNT_CONNECT);
+    EXPECT_EQ(post(), CURLE_COULDNT_CONNECT);
+    server.comeUp();
+    expectDelivery();
+
+    server.goDown();
+    EXPECT_EQ(post(), CURLE_COULDNT_CONNECT);
+    EXPECT_EQ(server.requestCount(), 1);
+}
+
+TEST_F(RestClientConnection, Belongs_to_one_client)
+{
+    expectDelivery();
+    RestClient other;
+    EXPECT_EQ(other.post(server.url(), "{}", {}), 0);
+    EXPECT_EQ(server.requests().last().connection, 1);
+}
+
+TEST_F(RestClientConnection, Changes_with_the_address)
+{
+    const support::ScriptedServer second;
+    EXPECT_EQ(post(), 0);
+    EXPECT_EQ(client.post(second.url(), "{}", {}), 0);
+    EXPECT_EQ(post(), 0);
+    EXPECT_EQ(server.requestCount(), 2);
+    EXPECT_EQ(second.requestCount(), 1);
+}

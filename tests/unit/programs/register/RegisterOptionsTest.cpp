@@ -1,0 +1,65 @@
+#include <register/RegisterOptions.h>
+
+#include <common/UsageError.h>
+
+#include <support/OutputCapture.h>
+#include <support/PrintQt.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::optional<RegisterOptions> parse(const QStringList &arguments)
+{
+    return RegisterOptions::parse(QStringList("register") + arguments, "/own/plugin.so");
+}
+
+} // namespace
+
+TEST(RegisterOptions, Need_the_settings_only)
+{
+    const auto options = parse({"--config", "shop.toml"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->configFile, "shop.toml");
+    EXPECT_EQ(options->pluginFile, "/own/plugin.so");
+    EXPECT_EQ(options->imagesFolder, "");
+    EXPECT_EQ(options->commandsFile, "");
+    EXPECT_EQ(options->reportFile, "");
+    EXPECT_FALSE(options->stay);
+    EXPECT_FALSE(options->debug);
+}
+
+TEST(RegisterOptions, Are_all_read)
+{
+    const auto options =
+        parse({"--stay", "--config", "shop.toml", "--plugin", "other.so", "--images", "pictures",
+               "--commands", "-", "--report", "report.json", "--debug"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->pluginFile, "other.so");
+    EXPECT_EQ(options->imagesFolder, "pictures");
+    EXPECT_EQ(options->commandsFile, "-");
+    EXPECT_EQ(options->reportFile, "report.json");
+    EXPECT_TRUE(options->stay);
+    EXPECT_TRUE(options->debug);
+}
+
+TEST(RegisterOptions, Without_settings_are_refused_with_an_example)
+{
+    try {
+        parse({"--stay"});
+        ADD_FAILURE() << "no error";
+    } catch (const UsageError &error) {
+        EXPECT_STREQ(error.what(), "--config is missing: give the settings file, for example "
+                                   "--config demo/shop.toml.");
+    }
+}
+
+TEST(RegisterOptions, Are_empty_when_only_a_text_was_asked_for)
+{
+    for (const auto *option : {"--help", "--version"}) {
+        bool empty = false;
+        const auto text = support::outputOf(stdout, [&] { empty = !parse({option}); });
+        EXPECT_TRUE(empty) << option;
+        EXPECT_FALSE(text.isEmpty()) << option;
+    }
+}
