@@ -1,7 +1,7 @@
 # Everything that is installed rather than written here. The README says what each is for.
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
-find_package(CURL 7.85 REQUIRED)
+find_package(CURL 7.87 REQUIRED)
 find_package(tomlplusplus 3.3 REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(microhttpd REQUIRED IMPORTED_TARGET libmicrohttpd>=0.9.75)
