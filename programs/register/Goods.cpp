@@ -9,7 +9,7 @@ namespace {
 
 QString requiredText(const QVariantMap &item, const QString &key, const QString &fileName)
 {
-    const auto text = item.value(key).toString();
+    auto text = item.value(key).toString();
     if (text.isEmpty())
         throw ConfigError(QStringLiteral("%1: an article has no \"%2\": %3")
                               .arg(fileName, key, item.value(QStringLiteral("name")).toString()));

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qsizetype maxLineBytes = 1024 * 1024;
+constexpr qsizetype maxLineBytes = qsizetype{1024} * 1024;
 
 [[noreturn]] void refuse(const QString &fileName, int error)
 {

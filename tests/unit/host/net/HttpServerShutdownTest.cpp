@@ -44,7 +44,7 @@ TEST_F(HttpServerShutdown, Returns_promptly_and_delivers_nothing_more)
     EXPECT_TRUE(arrivals.isEmpty());
 }
 
-TEST_F(HttpServerShutdown, Answers_nothing_but_503_to_what_waits)
+TEST_F(HttpServerShutdown, Gives_what_waits_no_answer_or_503)
 {
     start();
     RawClient waiting(server->port());

@@ -118,16 +118,20 @@ TEST_F(HttpServerRequests, Of_several_connections_arrive_in_the_order_in_which_t
 {
     constexpr int clientCount = 8;
     std::vector<std::unique_ptr<RawClient>> clients;
-    for (int i = 0; i < clientCount; ++i)
+    for (int i = 0; i < clientCount; ++i) {
         clients.push_back(std::make_unique<RawClient>(server->port()));
+        clients.back()->send(RawClient::request("/", "warm"));
+        clients.back()->answer();
+    }
+    arrivals.clear();
     handler = [this](const Arrival &arrival) { answer(200, "re " + arrival.body); };
 
     QList<QByteArray> sent;
     for (const int i : {3, 0, 7, 1, 5, 2, 6, 4}) {
         sent.append(QByteArray::number(i));
         clients[static_cast<std::size_t>(i)]->send(RawClient::request("/", sent.last()));
-        ASSERT_TRUE(support::waitFor([&] { return arrivals.size() == sent.size(); }));
     }
+    expectArrivals(clientCount);
     EXPECT_EQ(arrivedBodies(), sent);
     for (int i = 0; i < clientCount; ++i)
         EXPECT_EQ(clients[static_cast<std::size_t>(i)]->answer().body,
