@@ -104,6 +104,15 @@ TEST_F(Shutdown, A_plugin_that_was_never_initialised_is_unloaded_without_a_trace
     EXPECT_EQ(display.requestCount(), 0);
 }
 
+TEST(PluginLibrary, Asks_the_loader_never_to_unmap_it)
+{
+    // Some compilers' symbols keep a library mapped by chance; this does not rest on them.
+    QProcess readelf;
+    readelf.start(QStringLiteral("readelf"), {"--dynamic", QStringLiteral(PLUGIN)});
+    ASSERT_TRUE(readelf.waitForFinished());
+    EXPECT_TRUE(readelf.readAllStandardOutput().contains("NODELETE"));
+}
+
 TEST_F(Shutdown, Code_of_the_plugin_stays_mapped_after_it_was_unloaded)
 {
     startUntilItPosts(QStringLiteral(CARELESS_HOST),
