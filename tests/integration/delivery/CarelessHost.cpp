@@ -11,6 +11,7 @@
 #include <Singleton.h>
 
 #include <QCoreApplication>
+#include <QPluginLoader>
 #include <QTimer>
 
 #include <cstdio>
@@ -26,6 +27,13 @@ void announceAndWait()
     std::puts("initialised");
     std::fflush(stdout);
     std::getchar();
+}
+
+/// The loader goes and the plug-in stays, to be destroyed when the process has left main and its
+/// application object is gone.
+BasicPlugin *loadAndDropTheLoader(const QString &fileName)
+{
+    return dynamic_cast<BasicPlugin *>(QPluginLoader(fileName).instance());
 }
 
 /// The process goes on for longer than the post that was under way.
@@ -46,8 +54,15 @@ int main(int argc, char **argv)
     const auto application = std::make_unique<QCoreApplication>(argc, argv);
     Singleton<Config>::instance().load(QString::fromLocal8Bit(argv[3]));
 
+    const QString pluginFile = QString::fromLocal8Bit(argv[2]);
+    if (std::strcmp(mode, "drop-the-loader") == 0) {
+        loadAndDropTheLoader(pluginFile)->init();
+        announceAndWait();
+        return 42;
+    }
+
     // Never destroyed: the plug-in outlives everything, as in a host that does not clean up.
-    auto &loader = *new PluginLoader(QString::fromLocal8Bit(argv[2]));
+    static auto &loader = *new PluginLoader(pluginFile);
     if (std::strcmp(mode, "never-initialised") == 0) {
         loader.unload();
         return 42;

@@ -87,7 +87,8 @@ TEST_P(CarelessHost, Ends_with_its_own_exit_code_while_a_post_hangs)
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, CarelessHost,
-                         testing::Values("return-from-main", "exit", "unload-and-go-on"),
+                         testing::Values("return-from-main", "exit", "unload-and-go-on",
+                                         "drop-the-loader"),
                          [](const testing::TestParamInfo<const char *> &tested) {
                              auto name = std::string(tested.param);
                              std::replace(name.begin(), name.end(), '-', '_');
