@@ -2,6 +2,7 @@
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
 find_package(CURL 7.87 REQUIRED)
+find_package(OpenSSL 3.0 REQUIRED COMPONENTS Crypto)
 find_package(tomlplusplus 3.3 REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(microhttpd REQUIRED IMPORTED_TARGET libmicrohttpd>=0.9.75)

@@ -4,10 +4,10 @@
 # What is needed to build and run, by the names of Debian 12.
 build_packages=(
     g++ cmake ninja-build ccache pkg-config
-    qt6-base-dev libcurl4-openssl-dev libmicrohttpd-dev libtomlplusplus-dev
+    qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libtomlplusplus-dev
 )
 # What the tests need besides.
-test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps)
+test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl)
 
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 
