@@ -1,9 +1,146 @@
-// The subscription to the stream of the advertising service.
+// The subscription to an ad service: the register sends a public key, the service answers with its
+// own and with the stream's address, encrypted under the key that both agree on.
 
+#include <plugin/AdEntry.h>
 #include <plugin/ViewConnector.h>
 
-void ViewConnector::asyncGetAdsStream(const QUrl &) const {}
+#include <Gcm.h>
+#include <KeyAgreement.h>
 
-void ViewConnector::onAdsStreamConnectFinished() {}
+#include <log4qt/logger.h>
 
-void ViewConnector::onAdsStreamConnectErrorOccurred() {}
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QUrlQuery>
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace {
+
+/// The private key waits for the answer on the reply, and goes with it.
+constexpr auto privateKeyProperty = "ads_private";
+/// An answer is some hundred bytes; a service that does not end its own would fill the memory.
+constexpr qint64 maxAnswerBytes = 1'048'576;
+
+/// The parts of an answer that has the right form; what they hold is not yet known to be true.
+struct Answer
+{
+    ssl::PublicKey serviceKey;
+    ssl::EncryptedDataGcm stream;
+};
+
+QByteArray decodedHeader(const QNetworkReply &reply, const char *name)
+{
+    return QByteArray::fromBase64(reply.rawHeader(name));
+}
+
+/// The body is the ciphertext with its tag behind it.
+std::optional<Answer> readAnswer(const QNetworkReply &reply, const QByteArray &body)
+{
+    const QByteArray iv = decodedHeader(reply, "X-IV");
+    Answer answer{ssl::PublicKey::fromDer(decodedHeader(reply, "X-PK")), {}};
+    auto &[ivBytes, tagBytes, ciphertext] = answer.stream;
+    const auto tagSize = std::ssize(tagBytes);
+    if (!answer.serviceKey.isValid() || body.size() < tagSize || iv.size() < std::ssize(ivBytes))
+        return std::nullopt;
+
+    std::copy_n(iv.begin(), ivBytes.size(), ivBytes.begin());
+    std::copy_n(body.end() - tagSize, tagSize, tagBytes.begin());
+    ciphertext = body.chopped(tagSize);
+    return answer;
+}
+
+QUrl streamAddress(const QJsonObject &stream)
+{
+    QUrl address(QStringLiteral("ads://") + stream.value(QStringLiteral("listen")).toString());
+    QUrlQuery query;
+    query.addQueryItem(QStringLiteral("stream"),
+                       QString::number(stream.value(QStringLiteral("stream")).toInt()));
+    query.addQueryItem(QStringLiteral("key"), stream.value(QStringLiteral("master")).toString());
+    address.setQuery(query);
+    return address;
+}
+
+} // namespace
+
+void ViewConnector::asyncGetAdsStream(const QUrl &url) const
+{
+    const auto [privateKey, publicKey] = ssl::generateKeyPairEC();
+    const auto publicText = QString::fromLatin1(publicKey.der().toBase64());
+    const auto body = QJsonDocument(QJsonObject{{QStringLiteral("pk"), publicText}})
+                          .toJson(QJsonDocument::Compact);
+
+    QNetworkRequest request(url);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    request.setHeader(QNetworkRequest::ContentLengthHeader, QByteArray::number(body.size()));
+    request.setAttribute(QNetworkRequest::AutoDeleteReplyOnFinishAttribute, true);
+
+    auto *network = new QNetworkAccessManager; // deletes itself after its one reply
+    auto *reply = network->post(request, body);
+    reply->setProperty(privateKeyProperty, privateKey.der());
+    connect(reply, &QObject::destroyed, network, &QObject::deleteLater);
+    connect(reply, &QNetworkReply::errorOccurred, this,
+            &ViewConnector::onAdsStreamConnectErrorOccurred);
+    connect(reply, &QNetworkReply::finished, this, &ViewConnector::onAdsStreamConnectFinished);
+
+    reply->setReadBufferSize(maxAnswerBytes + 1);
+    connect(reply, &QIODevice::readyRead, reply, [reply] {
+        if (reply->bytesAvailable() > maxAnswerBytes)
+            reply->abort();
+    });
+}
+
+void ViewConnector::onAdsStreamConnectErrorOccurred()
+{
+    auto *reply = qobject_cast<QNetworkReply *>(sender());
+    logger->error(QStringLiteral("Ошибка подключения к сервису Ads: ") + reply->errorString());
+    reply->deleteLater();
+}
+
+void ViewConnector::onAdsStreamConnectFinished()
+{
+    auto *reply = qobject_cast<QNetworkReply *>(sender());
+    reply->disconnect(this);
+    reply->deleteLater();
+
+    const QByteArray body = reply->isOpen() ? reply->readAll() : QByteArray(); // closed by abort
+    if (body.isEmpty() || reply->error() != QNetworkReply::NoError) {
+        logger->error(QStringLiteral("Пустой ответ от сервера"));
+        return;
+    }
+    const auto answer = readAnswer(*reply, body);
+    if (!answer) {
+        logger->error(QStringLiteral("Неверный ответ от сервера"));
+        return;
+    }
+
+    const auto privateKey =
+        ssl::PrivateKey::fromDer(reply->property(privateKeyProperty).toByteArray());
+    const auto key = ssl::deriveKey(privateKey, answer->serviceKey);
+    const QByteArray plaintext = ssl::decryptWithGcm(key, answer->stream);
+
+    QJsonParseError error{};
+    const QJsonObject stream = QJsonDocument::fromJson(plaintext, &error).object();
+    if (error.error != QJsonParseError::NoError) {
+        logger->error(
+            QStringLiteral("Ошибка декодирования ответа от сервера: %1").arg(error.errorString()));
+        return;
+    }
+    playStream(streamAddress(stream));
+}
+
+/// A stream is all there is to play until its result comes in.
+void ViewConnector::playStream(const QUrl &address)
+{
+    logger->info(QStringLiteral("Добавляем поток %1").arg(address.toString()));
+    adTimetable = {QVariantMap{{AdEntry::index, 0},
+                               {AdEntry::time, std::numeric_limits<int>::max()},
+                               {AdEntry::url, address}}};
+    currentAd = 0;
+    sendAdvertising();
+}

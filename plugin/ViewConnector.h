@@ -96,6 +96,14 @@ protected:
     EContext::Result onDocumentModified(const control::Action &action);
     QVariantMap getDocumentPayload() const;
     QVariantMap readConfigurationPayload() const;
+    /// Remembers that the picture `awaited` answers the request for `requested`; a later request
+    /// for the same picture takes the earlier one's place. These three lock `awaitingImages`.
+    void addAwaitingLoadImage(const ImageId &awaited, const ImageId &requested);
+    bool isAwaitingLoadImage(const ImageId &id) const;
+    /// The picture that was requested, which is then no longer awaited.
+    ImageId getAwaitingLoadImage(const ImageId &id);
+    /// Subscribes at an ad service with a new key pair and returns at once; the outcome reaches the
+    /// two handlers below, on the main thread.
     void asyncGetAdsStream(const QUrl &url) const;
     void onAdsStreamConnectFinished();
     void onAdsStreamConnectErrorOccurred();
@@ -118,5 +126,6 @@ private:
     void showQrPayment(const Event &event);
     void showOrScrollPriceList(const Event &event);
     void closeDialog(const Event &event);
+    void playStream(const QUrl &address);
     void stopClient();
 };

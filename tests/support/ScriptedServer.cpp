@@ -21,6 +21,7 @@ namespace {
 
 ScriptedServer::ScriptedServer()
 {
+    answer(ScriptedAnswer::ok());
     comeUp();
 }
 
@@ -36,8 +37,13 @@ QUrl ScriptedServer::url(const QString &path) const
 
 void ScriptedServer::answer(const ScriptedAnswer &standing)
 {
+    answerBy([standing](const Request &) { return standing; });
+}
+
+void ScriptedServer::answerBy(std::function<ScriptedAnswer(const Request &)> script)
+{
     const std::lock_guard guard(m_mutex);
-    m_standing = standing;
+    m_script = std::move(script);
 }
 
 void ScriptedServer::answerNext(const QList<ScriptedAnswer> &queue)
@@ -154,7 +160,7 @@ ScriptedAnswer ScriptedServer::noteArrival(Request request)
 {
     const std::lock_guard guard(m_mutex);
     m_requests.append(std::move(request));
-    return m_queue.isEmpty() ? m_standing : m_queue.takeFirst();
+    return m_queue.isEmpty() ? m_script(m_requests.constLast()) : m_queue.takeFirst();
 }
 
 /// Whether the connection is there for another request.

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -43,6 +44,9 @@ public:
 
     /// The answer to every request from now on.
     void answer(const ScriptedAnswer &standing);
+    /// From now on each request is answered as `script` says, which runs on a thread of
+    /// the server's and calls nothing of it.
+    void answerBy(std::function<ScriptedAnswer(const Request &)> script);
     /// The answers to the next requests, one each; then the standing answer is given again.
     void answerNext(const QList<ScriptedAnswer> &queue);
 
@@ -77,7 +81,7 @@ private:
     std::condition_variable m_woken;
     bool m_down = true;
     std::set<int> m_sockets; // of the connections being served
-    ScriptedAnswer m_standing = ScriptedAnswer::ok();
+    std::function<ScriptedAnswer(const Request &)> m_script;
     QList<ScriptedAnswer> m_queue;
     QList<Request> m_requests;
     int m_connections = 0;

@@ -1,22 +1,142 @@
-// Requests of the display.
+// Requests of the display: the acknowledgement, and the way to what handles them.
 
 #include "PluginFixture.h"
 
 #include "HttpRequest.h"
 
+#include <QJsonDocument>
+
+#include <log4qt/logger.h>
+
 namespace {
+
+/// Notes which steps a request goes through, with the object that each is given.
+class RoutingConnector : public RecordingConnector
+{
+public:
+    void processRequest(const QJsonObject &request) override
+    {
+        note("request", request);
+        RecordingConnector::processRequest(request);
+    }
+    void processResult(const QJsonObject &result) override
+    {
+        note("result", result);
+        RecordingConnector::processResult(result);
+    }
+    void processGetImageRequest(const QJsonObject &request) override { note("getImage", request); }
+    void processAdResult(const QJsonObject &result) override { note("adResult", result); }
+
+    QStringList steps;
+    QList<QJsonObject> objects;
+
+private:
+    void note(const QString &step, const QJsonObject &object)
+    {
+        steps.append(step);
+        objects.append(object);
+    }
+};
 
 class DisplayRequests : public PluginFixture
 {
 protected:
-    DisplayRequests() { connector->init(); }
+    DisplayRequests()
+    {
+        auto routing = std::make_unique<RoutingConnector>();
+        routes = routing.get();
+        connector = std::move(routing);
+        connector->init();
+    }
+
+    HttpAnswer send(const QByteArray &content) const
+    {
+        return post(connector->server->port(), content);
+    }
+
+    RoutingConnector *routes;
 };
 
-TEST_F(DisplayRequests, Each_is_acknowledged_at_once_with_an_empty_JSON_answer)
+struct Route
 {
-    for (const QByteArray &content : {QByteArray("{}"), QByteArray("no JSON"), QByteArray(),
-                                      QByteArray("{\"type\":\"unknown\",\"name\":\"x\"}")}) {
-        const auto answer = post(connector->server->port(), content);
+    const char *name;
+    const char *content;
+    QStringList steps;
+};
+
+const Route routeTable[] = {
+    {"an image request",
+     R"({"type":"request","name":"getImage","data":{"x":1}})",
+     {"request", "getImage"}},
+    {"an ad result", R"({"type":"result","name":"adResult","value":true})", {"result", "adResult"}},
+    {"a result without a type", R"({"name":"adResult","value":true})", {"result", "adResult"}},
+    {"a result whose type has a capital letter",
+     R"({"type":"Request","name":"adResult"})",
+     {"result", "adResult"}},
+    {"a result whose type is a number", R"({"type":1,"name":"adResult"})", {"result", "adResult"}},
+    {"a result whose type is null", R"({"type":null,"name":"adResult"})", {"result", "adResult"}},
+    {"a result whose type has a space",
+     R"({"type":"request ","name":"adResult"})",
+     {"result", "adResult"}},
+    {"an image request without data",
+     R"({"type":"request","name":"getImage"})",
+     {"request", "getImage"}},
+    {"an ad result without a value",
+     R"({"type":"result","name":"adResult"})",
+     {"result", "adResult"}},
+    {"a result under the type of a request",
+     R"({"type":"request","name":"adResult","value":true})",
+     {"request"}},
+    {"an image request without a type", R"({"name":"getImage","data":{}})", {"result"}},
+    {"an image request under the type of a result",
+     R"({"type":"result","name":"getImage"})",
+     {"result"}},
+    {"a request whose name has a capital letter",
+     R"({"type":"request","name":"GetImage"})",
+     {"request"}},
+    {"a result whose name has a capital letter",
+     R"({"type":"result","name":"AdResult"})",
+     {"result"}},
+    {"a request without a name", R"({"type":"request"})", {"request"}},
+    {"a request whose name is a number", R"({"type":"request","name":1})", {"request"}},
+    {"an unknown request", R"({"type":"request","name":"unknown"})", {"request"}},
+    {"an unknown result", R"({"type":"result","name":"unknown"})", {"result"}},
+    {"an empty object", "{}", {"result"}},
+};
+
+TEST_F(DisplayRequests, Each_is_routed_by_its_type_and_name_with_the_whole_object)
+{
+    for (const auto &row : routeTable) {
+        SCOPED_TRACE(row.name);
+        routes->steps.clear();
+        routes->objects.clear();
+        EXPECT_EQ(send(row.content).status, 200);
+        EXPECT_EQ(routes->steps, row.steps);
+        for (const auto &object : routes->objects)
+            EXPECT_EQ(object, QJsonDocument::fromJson(row.content).object());
+    }
+}
+
+TEST_F(DisplayRequests, What_is_no_JSON_object_is_an_empty_result)
+{
+    for (const char *content : {"", "no JSON", "[1,2]", "\"text\"", "1", "null",
+                                "{\"type\":", "{\"type\":\"request\"} {}", "\xff\xfe"}) {
+        SCOPED_TRACE(content);
+        routes->steps.clear();
+        routes->objects.clear();
+        EXPECT_EQ(send(content).status, 200);
+        EXPECT_EQ(routes->steps, QStringList{"result"});
+        EXPECT_EQ(routes->objects, QList{QJsonObject()});
+    }
+}
+
+TEST_F(DisplayRequests, Each_is_acknowledged_in_the_same_way_whatever_it_holds)
+{
+    QList<QByteArray> contents{"", "no JSON", "[1,2]", QByteArray(100'000, '[')};
+    for (const auto &row : routeTable)
+        contents.append(row.content);
+    for (const auto &content : contents) {
+        const auto answer = send(content);
         EXPECT_EQ(answer.status, 200) << content.toStdString();
         EXPECT_EQ(answer.reason, "OK");
         EXPECT_EQ(answer.contentType, "application/json");
@@ -24,18 +144,69 @@ TEST_F(DisplayRequests, Each_is_acknowledged_at_once_with_an_empty_JSON_answer)
     }
 }
 
-TEST_F(DisplayRequests, Each_is_logged_once)
+TEST_F(DisplayRequests, Each_is_logged_once_without_its_content_and_nothing_else_is)
 {
-    post(connector->server->port(), "{}");
-    post(connector->server->port(), "{}");
-    QList<support::LogCapture::Line> lines;
-    for (const auto &line : log.lines()) {
-        if (line.text == "Получено сообщение")
-            lines.append(line);
+    ASSERT_TRUE(waitUntilAllSent());
+    const auto before = log.textsOf("viewconnector");
+    send("{}");
+    send("no JSON");
+    send(R"({"type":"request","name":"unknown"})");
+    EXPECT_EQ(log.textsOf("viewconnector").mid(before.size()),
+              QStringList(3, "Получено сообщение"));
+    EXPECT_EQ(log.lines().constLast().level, QtInfoMsg);
+}
+
+/// A server that notes when it is told to answer, and with what.
+class JournalingServer : public HttpServer
+{
+public:
+    explicit JournalingServer(QStringList &journal)
+        : HttpServer(0, HttpServerOptions()), m_journal(journal)
+    {
     }
-    ASSERT_EQ(lines.size(), 2);
-    EXPECT_EQ(lines.constFirst().level, QtInfoMsg);
-    EXPECT_EQ(lines.constFirst().logger, "viewconnector");
+    void sendResponse(const ResponseHeader &header, const QByteArray &body) override
+    {
+        m_journal.append(QString("answer %1 %2 HTTP/%3.%4 %5 %6 bytes")
+                             .arg(header.status())
+                             .arg(header.reason())
+                             .arg(header.majorVersion())
+                             .arg(header.minorVersion())
+                             .arg(header.contentType())
+                             .arg(body.size()));
+    }
+
+private:
+    QStringList &m_journal;
+};
+
+TEST_F(DisplayRequests, The_answer_is_given_before_the_request_is_acted_on)
+{
+    const auto server = QSharedPointer<JournalingServer>::create(routes->steps);
+    connector->server = server;
+    connector->requestReceived(RequestHeader(), R"({"name":"adResult"})");
+    EXPECT_EQ(routes->steps, (QStringList{"answer 200 OK HTTP/1.1 application/json 0 bytes",
+                                          "result", "adResult"}));
+}
+
+TEST_F(DisplayRequests, They_are_handled_on_the_plugins_thread)
+{
+    class ThreadNotingConnector : public RecordingConnector
+    {
+    public:
+        void processResult(const QJsonObject &) override { handledOn = QThread::currentThread(); }
+        QThread *handledOn = nullptr;
+    };
+    ThreadNotingConnector noting;
+    noting.init();
+    post(noting.server->port(), "{}");
+    EXPECT_EQ(noting.handledOn, QThread::currentThread());
+}
+
+TEST_F(DisplayRequests, After_the_end_they_no_longer_reach_the_plugin)
+{
+    connector->deinit();
+    EXPECT_EQ(send(R"({"name":"adResult"})").status, 503);
+    EXPECT_TRUE(routes->steps.isEmpty());
 }
 
 } // namespace

@@ -20,9 +20,13 @@ public:
     using ViewConnector::sentImages;
     using ViewConnector::server;
 
+    using ViewConnector::addAwaitingLoadImage;
+    using ViewConnector::asyncGetAdsStream;
+    using ViewConnector::getAwaitingLoadImage;
     using ViewConnector::getDocumentIgnoredProps;
     using ViewConnector::getDocumentPayload;
     using ViewConnector::initTriggers;
+    using ViewConnector::isAwaitingLoadImage;
     using ViewConnector::onDocumentModified;
     using ViewConnector::processAdResult;
     using ViewConnector::processGetImageRequest;

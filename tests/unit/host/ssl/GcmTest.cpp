@@ -15,7 +15,7 @@ std::array<unsigned char, Size> bytes(const QByteArray &value)
 {
     std::array<unsigned char, Size> result{};
     EXPECT_EQ(value.size(), std::ssize(result));
-    std::copy_n(value.begin(), std::min<std::size_t>(Size, value.size()), result.begin());
+    std::copy_n(value.begin(), std::min<qsizetype>(Size, value.size()), result.begin());
     return result;
 }
 
