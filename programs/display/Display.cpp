@@ -2,13 +2,11 @@
 
 #include <common/MessageTypes.h>
 #include <common/MonotonicClock.h>
+#include <display/EventLine.h>
 #include <display/MessageText.h>
 
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
-
-#include <QTextStream>
-#include <QTime>
 
 namespace {
 
@@ -21,15 +19,13 @@ HttpServerOptions serverOptions()
     return options;
 }
 
-void print(const QString &line)
-{
-    QTextStream(stdout) << line << '\n';
-}
-
 } // namespace
 
 Display::Display(const DisplayOptions &options)
-    : m_startedMs(monotonicMs()), m_server(options.port, serverOptions())
+    : m_startedMs(monotonicMs())
+    , m_server(options.port, serverOptions())
+    , m_link(options.pluginUrl)
+    , m_advertising(m_link)
 {
     // Not before the port is ours: the record may be that of the display that has it.
     if (m_server.isListening() && !options.recordFile.isEmpty())
@@ -48,10 +44,8 @@ void Display::receive(const RequestHeader &header, const QByteArray &content)
         m_recorder->write(m_received, arrivalMs - m_startedMs, arrivalMs, header.path(), message);
     if (message.refusal.isEmpty()) {
         ++m_accepted[message.type];
-        print(QStringLiteral("%1  %2  %3")
-                  .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz")))
-                  .arg(message.type, -14)
-                  .arg(describeMessage(message.type, message.body)));
+        printEvent(message.type, describeMessage(message.type, message.body));
+        act(message);
     } else {
         ++m_refused;
         Log4Qt::LogManager::logger(QStringLiteral("display"))
@@ -68,12 +62,44 @@ void Display::answer(const ReceivedMessage &message)
     m_server.sendResponse(header, message.refusal.toUtf8());
 }
 
+void Display::act(const ReceivedMessage &message)
+{
+    if (message.type == u"Configure")
+        m_pictures.configure(message.body);
+    else if (message.type == u"UpdateDocument")
+        askForPictures(message.body);
+    else if (message.type == u"ImageData")
+        m_pictures.receive(message.body);
+    else if (message.type == u"ShowAd")
+        m_advertising.play(message.body);
+}
+
+void Display::askForPictures(const QJsonObject &receipt)
+{
+    const auto requests = m_pictures.requestsFor(receipt);
+    for (const auto &request : requests)
+        m_link.send(request, [this, request](bool accepted) {
+            if (!accepted)
+                m_pictures.giveUp(request);
+        });
+}
+
 void Display::printSummary() const
 {
-    print(QStringLiteral("Received: %1 messages, %2 refused").arg(m_received).arg(m_refused));
+    printLine(QStringLiteral("Received: %1 messages, %2 refused").arg(m_received).arg(m_refused));
     for (const auto &type : messageTypes) {
         const auto name = QString::fromLatin1(type.name);
         if (const int count = m_accepted.value(name); count > 0)
-            print(QStringLiteral("  %1 %2").arg(name, -14).arg(count));
+            printLine(QStringLiteral("  %1 %2").arg(name, -14).arg(count));
     }
+    if (m_pictures.requested() + m_pictures.delivered() + m_pictures.missing() > 0)
+        printLine(QStringLiteral("Pictures: %1 asked for, %2 came, %3 said to be missing")
+                      .arg(m_pictures.requested())
+                      .arg(m_pictures.delivered())
+                      .arg(m_pictures.missing()));
+    if (m_advertising.shown() + m_advertising.failed() > 0)
+        printLine(QStringLiteral("Advertisements: %1 shown, %2 failed, %3 pictures of streams")
+                      .arg(m_advertising.shown())
+                      .arg(m_advertising.failed())
+                      .arg(m_advertising.streamPictures()));
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <display/Advertising.h>
 #include <display/DisplayOptions.h>
+#include <display/Pictures.h>
+#include <display/PluginLink.h>
 #include <display/Recorder.h>
 
 #include <HttpServer.h>
@@ -12,7 +15,8 @@
 
 /**
  * The display application: receives messages over HTTP, acknowledges each with an empty 200,
- * refuses what is no message and says why, prints a line for each and keeps the record.
+ * refuses what is no message and says why, prints a line for each and keeps the record. It asks the
+ * plug-in for the pictures of the goods on the receipt and plays advertisements.
  *
  * Owner: main. Thread: the main thread.
  * Errors: the constructor throws UsageError if the record cannot be written; `isListening` tells
@@ -29,12 +33,14 @@ public:
     QString errorString() const { return m_server.errorString(); }
     int port() const { return m_server.port(); }
 
-    /// Prints how many messages of each type arrived.
+    /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
     void printSummary() const;
 
 private:
     void receive(const RequestHeader &header, const QByteArray &content);
     void answer(const ReceivedMessage &message);
+    void act(const ReceivedMessage &message);
+    void askForPictures(const QJsonObject &receipt);
 
     const double m_startedMs;
     std::optional<Recorder> m_recorder;
@@ -42,4 +48,7 @@ private:
     int m_received = 0;
     QMap<QString, int> m_accepted; // by type
     int m_refused = 0;
+    Pictures m_pictures;
+    PluginLink m_link;
+    Advertising m_advertising;
 };

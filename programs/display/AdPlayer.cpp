@@ -1,0 +1,130 @@
+#include <display/AdPlayer.h>
+
+#include <QMimeDatabase>
+#include <QUrlQuery>
+
+#include <algorithm>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto maxTime = 24h;                  // a timer takes no more than some weeks
+constexpr qint64 maxContentBytes = 67'108'864; // 64 MiB, a film of a minute
+
+bool isStream(const QUrl &url)
+{
+    return url.scheme() == u"ads";
+}
+
+/// ads://host:port?stream=N&key=K is fetched as http://host:port/streams/N?key=K.
+QUrl streamAddress(const QUrl &url)
+{
+    const QUrlQuery query(url);
+    QUrlQuery key;
+    key.addQueryItem(QStringLiteral("key"), query.queryItemValue(QStringLiteral("key")));
+    QUrl address = url;
+    address.setScheme(QStringLiteral("http"));
+    address.setPath(QStringLiteral("/streams/") + query.queryItemValue(QStringLiteral("stream")));
+    address.setQuery(key);
+    return address;
+}
+
+bool isPictureOrFilm(const QByteArray &content)
+{
+    const auto type = QMimeDatabase().mimeTypeForData(content).name();
+    return type.startsWith(u"image/") || type.startsWith(u"video/");
+}
+
+} // namespace
+
+AdPlayer::AdPlayer(std::chrono::milliseconds patience) : m_patience(patience)
+{
+    m_network.setTransferTimeout(static_cast<int>(m_patience.count()));
+    m_shown.setSingleShot(true);
+    m_stalled.setSingleShot(true);
+    connect(&m_shown, &QTimer::timeout, this, [this] { finish(true); });
+    connect(&m_stalled, &QTimer::timeout, this,
+            [this] { finish(false, QStringLiteral("the stream has stalled")); });
+}
+
+AdPlayer::~AdPlayer() = default;
+
+void AdPlayer::DeleteLater::operator()(QNetworkReply *reply) const
+{
+    reply->disconnect();
+    reply->abort();
+    reply->deleteLater();
+}
+
+void AdPlayer::play(const QJsonObject &ad)
+{
+    m_shown.stop();
+    m_stalled.stop();
+    m_stream.reset();
+    m_time = std::clamp<std::chrono::seconds>(std::chrono::seconds(ad[u"time"].toInteger()), 1s,
+                                              maxTime);
+    const QUrl url(ad[u"url"].toString());
+    fetch(isStream(url) ? streamAddress(url) : url);
+    if (isStream(url)) {
+        m_stalled.start(m_patience);
+        connect(m_reply.get(), &QIODevice::readyRead, this, &AdPlayer::readStream);
+        connect(m_reply.get(), &QNetworkReply::finished, this, [this] {
+            finish(false, m_reply->error() == QNetworkReply::NoError
+                              ? QStringLiteral("the stream has ended")
+                              : m_reply->errorString());
+        });
+    } else {
+        connect(m_reply.get(), &QNetworkReply::downloadProgress, this, &AdPlayer::checkSize);
+        connect(m_reply.get(), &QNetworkReply::finished, this, &AdPlayer::showContent);
+    }
+}
+
+void AdPlayer::fetch(const QUrl &address)
+{
+    m_reply.reset(m_network.get(QNetworkRequest(address)));
+}
+
+void AdPlayer::checkSize()
+{
+    if (m_reply->bytesAvailable() > maxContentBytes)
+        finish(false, QStringLiteral("larger than %1 bytes").arg(maxContentBytes));
+}
+
+void AdPlayer::showContent()
+{
+    const auto reply = std::move(m_reply);
+    if (reply->error() != QNetworkReply::NoError)
+        finish(false, reply->errorString());
+    else if (!isPictureOrFilm(reply->readAll()))
+        finish(false, QStringLiteral("neither a picture nor a film"));
+    else
+        m_shown.start(m_time);
+}
+
+void AdPlayer::readStream()
+{
+    constexpr int ok = 200;
+    if (m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != ok)
+        return; // the text of a refusal, which is finished soon
+    if (!m_stream)
+        m_stream.emplace(m_reply->rawHeader("Content-Type"));
+    const auto pictures = m_stream->feed(m_reply->readAll());
+    const bool arePictures = std::all_of(pictures.begin(), pictures.end(), &isPictureOrFilm);
+    if (m_stream->hasFailed() || !arePictures) {
+        finish(false, QStringLiteral("not a stream of pictures"));
+        return;
+    }
+    if (!pictures.isEmpty())
+        m_stalled.start(m_patience);
+    m_streamPictures += static_cast<int>(pictures.size());
+}
+
+void AdPlayer::finish(bool shown, const QString &reason)
+{
+    m_shown.stop();
+    m_stalled.stop();
+    m_reply.reset();
+    m_reason = reason;
+    Q_EMIT finished(shown);
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QString>
+
+/// Prints a line on standard output.
+void printLine(const QString &line);
+
+/// Prints what has just happened: the time of day, its kind and a few words.
+void printEvent(const QString &kind, const QString &text);

@@ -1,0 +1,63 @@
+#include <display/Pictures.h>
+
+#include <QJsonArray>
+
+namespace {
+
+const auto goodsCode = QStringLiteral("GoodsCode");
+const auto barcode = QStringLiteral("Barcode");
+const auto dataKey = QStringLiteral("data");
+const auto valueKey = QStringLiteral("value");
+
+QJsonObject identifier(const QString &type, const QJsonValue &value)
+{
+    return {{QStringLiteral("type"), type}, {valueKey, value.toString()}};
+}
+
+QJsonObject requestFor(const QJsonObject &position)
+{
+    const QJsonObject data{{goodsCode, identifier(goodsCode, position[u"code"])},
+                           {barcode, identifier(barcode, position[u"barcode"])}};
+    return {{QStringLiteral("type"), QStringLiteral("request")},
+            {QStringLiteral("name"), QStringLiteral("getImage")},
+            {dataKey, data}};
+}
+
+} // namespace
+
+void Pictures::configure(const QJsonObject &settings)
+{
+    m_shown = settings[u"View.Style:showImages"].toBool();
+    m_asked.clear(); // the register has started anew and remembers nothing
+}
+
+QList<QJsonObject> Pictures::requestsFor(const QJsonObject &receipt)
+{
+    if (const auto number = receipt[u"number"]; number != m_receiptNumber) {
+        m_receiptNumber = number;
+        m_asked.clear();
+    }
+    QList<QJsonObject> requests;
+    const auto positions = m_shown ? receipt[u"positions"].toArray() : QJsonArray();
+    for (const auto &item : positions) {
+        const auto position = item.toObject();
+        const auto code = position[u"code"].toString();
+        if (code.isEmpty() || m_asked.contains(code))
+            continue;
+        m_asked.insert(code);
+        requests.append(requestFor(position));
+    }
+    m_requested += static_cast<int>(requests.size());
+    return requests;
+}
+
+void Pictures::giveUp(const QJsonObject &request)
+{
+    m_asked.remove(request[dataKey][goodsCode][valueKey].toString());
+    --m_requested;
+}
+
+void Pictures::receive(const QJsonObject &message)
+{
+    ++(message[u"uri"].toString().isEmpty() ? m_missing : m_delivered);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <RestClient.h>
+
+#include <QJsonObject>
+#include <QObject>
+#include <QThread>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+
+/**
+ * Posts the display's requests to the plug-in, one at a time, in their order.
+ *
+ * Owner: the display.
+ * Thread: its members belong to the main thread and never block; the posts are made on a thread of
+ * its own. Errors: a request that is not accepted within two seconds, or that comes while 1000
+ * others wait, is given up; its sender is told, and the log hears when the plug-in went away and
+ * when it came back.
+ * Shut-down: the destructor waits for the post under way and drops the rest; nobody is told then.
+ */
+class PluginLink : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Called on the main thread with whether the plug-in has accepted the request.
+    using Outcome = std::function<void(bool accepted)>;
+
+    explicit PluginLink(const QUrl &pluginUrl);
+    ~PluginLink() override;
+
+    void send(const QJsonObject &request, Outcome outcome);
+
+private:
+    void post(const QByteArray &body, const Outcome &outcome);
+
+    const QUrl m_url;
+    RestClient m_client; // of m_thread
+    QThread m_thread;
+    QObject m_worker; // lives on m_thread
+    int m_waiting = 0;
+};
