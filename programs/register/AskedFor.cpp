@@ -4,22 +4,26 @@
 
 #include <QMetaObject>
 
-AskedFor::Scope::Scope(AskedFor &askedFor, const QString &type)
+AskedFor::Scope::Scope(AskedFor &askedFor, const QString &type, Counts counts)
     : m_askedFor(askedFor)
+    , m_type(type)
     , m_outerType(askedFor.m_type)
+    , m_outerFirstOnly(askedFor.m_firstOnly)
     , m_before(askedFor.m_times.value(type).size())
 {
     m_askedFor.m_type = type;
+    m_askedFor.m_firstOnly = counts == Counts::First;
 }
 
 AskedFor::Scope::~Scope()
 {
     m_askedFor.m_type = m_outerType;
+    m_askedFor.m_firstOnly = m_outerFirstOnly;
 }
 
 bool AskedFor::Scope::wasAsked() const
 {
-    return m_askedFor.m_times.value(m_askedFor.m_type).size() > m_before;
+    return m_askedFor.m_times.value(m_type).size() > m_before;
 }
 
 void AskedFor::follow(const QObject *plugin)
@@ -30,5 +34,9 @@ void AskedFor::follow(const QObject *plugin)
 
 void AskedFor::countMessage()
 {
+    if (m_type.isEmpty())
+        return;
     m_times[m_type].append(monotonicMs());
+    if (m_firstOnly)
+        m_type.clear();
 }

@@ -9,7 +9,8 @@
  * Counts what the plug-in was asked to tell the display, by message type, with the time of each.
  *
  * It hears the plug-in's signal that a message was queued; which type it is follows from what the
- * register is just doing, which `Scope` tells.
+ * register is just doing, which `Scope` tells. Messages outside of any scope are not counted: the
+ * display asked for them itself, pictures and further advertisements.
  *
  * Owner: the till. Thread: the main thread.
  */
@@ -18,11 +19,13 @@ class AskedFor : public QObject
     Q_OBJECT
 
 public:
-    /// While it lives, messages count as of this type.
+    /// While it lives, messages count as of this type, or only the first of them.
     class Scope
     {
     public:
-        Scope(AskedFor &askedFor, const QString &type);
+        enum class Counts { All, First };
+
+        Scope(AskedFor &askedFor, const QString &type, Counts counts = Counts::All);
         ~Scope();
         Scope(const Scope &) = delete;
         Scope &operator=(const Scope &) = delete;
@@ -32,7 +35,9 @@ public:
 
     private:
         AskedFor &m_askedFor;
+        const QString m_type;
         const QString m_outerType;
+        const bool m_outerFirstOnly;
         const qsizetype m_before;
     };
 
@@ -47,6 +52,7 @@ private Q_SLOTS:
     void countMessage();
 
 private:
-    QString m_type;
+    QString m_type; // empty: not counted
+    bool m_firstOnly = false;
     QMap<QString, QList<double>> m_times;
 };

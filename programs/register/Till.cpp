@@ -31,7 +31,9 @@ Till::~Till()
 
 bool Till::init()
 {
-    const AskedFor::Scope scope(m_askedFor, QStringLiteral("Configure"));
+    // What follows the configuration is the first advertisement, if there is any.
+    using Scope = AskedFor::Scope;
+    const Scope scope(m_askedFor, QStringLiteral("Configure"), Scope::Counts::First);
     return m_loader.plugin()->init();
 }
 

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr auto updateDocument = "UpdateDocument";
+/// In place of numbers: the display itself asks for pictures and further advertisements.
+const auto notAsked = QStringLiteral("-");
 
 QList<double> toTimes(const QJsonArray &array)
 {
@@ -46,9 +48,9 @@ QString Summary::toText() const
     for (const auto &type : types)
         text += QStringLiteral("%1%2%3%4\n")
                     .arg(type.type, -16)
-                    .arg(type.asked, 10)
+                    .arg(type.asked > 0 ? QString::number(type.asked) : notAsked, 10)
                     .arg(type.posted, 10)
-                    .arg(type.superseded, 12);
+                    .arg(type.asked > 0 ? QString::number(type.superseded) : notAsked, 12);
     text += QStringLiteral("From change to arrival: median %1 ms, 99th percentile %2 ms\n")
                 .arg(latencyAt(0.5), 0, 'f', 1)
                 .arg(latencyAt(0.99), 0, 'f', 1);

@@ -87,6 +87,34 @@ TEST_F(AskedForTest, Says_of_a_scope_only_what_was_asked_in_it)
     EXPECT_FALSE(scope.wasAsked());
 }
 
+TEST_F(AskedForTest, Does_not_count_what_the_register_did_not_ask_for)
+{
+    Q_EMIT plugin.hasMessage();
+    const AskedFor::Scope unknown(askedFor, QString());
+    Q_EMIT plugin.hasMessage();
+    EXPECT_FALSE(unknown.wasAsked());
+    EXPECT_TRUE(askedFor.times().isEmpty());
+}
+
+TEST_F(AskedForTest, Counts_only_the_first_message_of_a_scope_if_told_so)
+{
+    {
+        const AskedFor::Scope outer(askedFor, "Content");
+        {
+            using Scope = AskedFor::Scope;
+            const Scope first(askedFor, "Configure", Scope::Counts::First);
+            EXPECT_FALSE(first.wasAsked());
+            Q_EMIT plugin.hasMessage();
+            Q_EMIT plugin.hasMessage();
+            EXPECT_TRUE(first.wasAsked());
+        }
+        Q_EMIT plugin.hasMessage();
+        Q_EMIT plugin.hasMessage();
+    }
+    EXPECT_EQ(countOf("Configure"), 1);
+    EXPECT_EQ(countOf("Content"), 2);
+}
+
 TEST_F(AskedForTest, Does_not_count_a_plugin_without_the_signal)
 {
     AskedFor other;

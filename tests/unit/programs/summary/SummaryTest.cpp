@@ -145,10 +145,12 @@ TEST(Summary, Is_told_as_a_table)
     const auto report =
         support::json(R"({"asked":{"Configure":[0],"UpdateDocument":[10,20]},"document":{"n":1}})");
     auto summary =
-        summarise(report, {arrival("/configure", 2.5), arrival("/updateDocument", 26, {{"n", 1}})});
+        summarise(report, {arrival("/configure", 2.5), arrival("/updateDocument", 26, {{"n", 1}}),
+                           arrival("/image", 27)});
     EXPECT_EQ(summary.toText(), "Message          asked for    posted  superseded\n"
                                 "Configure                1         1           0\n"
                                 "UpdateDocument           2         1           1\n"
+                                "ImageData                -         1           -\n"
                                 "From change to arrival: median 2.5 ms, 99th percentile 6.0 ms\n"
                                 "The display's last receipt equals the register's document.\n");
     summary.receiptsEqual = false;
