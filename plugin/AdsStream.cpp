@@ -9,6 +9,7 @@
 
 #include <log4qt/logger.h>
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonParseError>
 #include <QNetworkAccessManager>
@@ -80,13 +81,18 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
     request.setHeader(QNetworkRequest::ContentLengthHeader, QByteArray::number(body.size()));
     request.setAttribute(QNetworkRequest::AutoDeleteReplyOnFinishAttribute, true);
 
-    auto *network = new QNetworkAccessManager; // deletes itself after its one reply
+    auto *network = new QNetworkAccessManager; // goes with its one reply, or with this object
     auto *reply = network->post(request, body);
     reply->setProperty(privateKeyProperty, privateKey.der());
     connect(reply, &QObject::destroyed, network, &QObject::deleteLater);
     connect(reply, &QNetworkReply::errorOccurred, this,
             &ViewConnector::onAdsStreamConnectErrorOccurred);
     connect(reply, &QNetworkReply::finished, this, &ViewConnector::onAdsStreamConnectFinished);
+
+    connect(this, &QObject::destroyed, network, [network] {
+        if (QCoreApplication::instance() != nullptr) // otherwise the process is about to end
+            delete network;
+    });
 
     reply->setReadBufferSize(maxAnswerBytes + 1);
     connect(reply, &QIODevice::readyRead, reply, [reply] {

@@ -14,13 +14,15 @@ using support::ScriptedAnswer;
 
 namespace {
 
-/// A display that swallows every post, for longer than the plug-in may take to end.
+/// A display that swallows every post, for longer than the plug-in may take to end, and an ad
+/// service that never answers.
 class Shutdown : public testing::Test
 {
 protected:
     Shutdown()
     {
         display.answer(ScriptedAnswer::blackHole());
+        adService.answer(ScriptedAnswer::blackHole());
         configure(5);
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     }
@@ -29,9 +31,11 @@ protected:
     {
         QFile config(configFile);
         ASSERT_TRUE(config.open(QIODevice::WriteOnly));
-        config.write(QStringLiteral("[ViewConnector]\nserver = \"%1\"\nport = 0\ntimeout = %2\n")
+        config.write(QStringLiteral("[ViewConnector]\nserver = \"%1\"\nport = 0\ntimeout = %2\n"
+                                    "[ViewConnector.Ads]\nurl = \"%3\"\n")
                          .arg(display.url({}).toString())
                          .arg(postTimeoutSeconds)
+                         .arg(adService.url().toString())
                          .toUtf8());
     }
 
@@ -54,6 +58,7 @@ protected:
     }
 
     support::ScriptedServer display;
+    support::ScriptedServer adService;
     QTemporaryDir folder;
     const QString configFile = folder.filePath(QStringLiteral("config.toml"));
     QProcess process;
@@ -68,6 +73,7 @@ class CarelessHost : public Shutdown, public testing::WithParamInterface<const c
 TEST_F(Shutdown, A_register_ends_in_about_a_second_while_a_post_hangs_for_five)
 {
     startUntilItPosts(QStringLiteral(REGISTER), {"--config", configFile, "--commands", "-"});
+    ASSERT_TRUE(support::waitFor([&] { return adService.requestCount() == 1; }));
     const auto took = end(R"({"do":"quit"})");
 
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
