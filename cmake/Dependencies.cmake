@@ -1,6 +1,6 @@
 # Everything that is installed rather than written here. The README says what each is for.
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Network)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network)
 find_package(CURL 7.87 REQUIRED)
 find_package(OpenSSL 3.0 REQUIRED COMPONENTS Crypto)
 find_package(tomlplusplus 3.3 REQUIRED)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <HostExport.h>
+
+#include <QByteArray>
+#include <QString>
+
+/// Largest file that is read. A picture goes to the display as text, a third longer, in one message
+/// that must be posted within the time-out of a second or two.
+inline constexpr qint64 maxPictureFileBytes = 8 * 1024 * 1024;
+
+/// A picture as it was read from a file, or why it could not be. A value type.
+struct PictureFile
+{
+    QByteArray content;
+    QByteArray digest; ///< of the content, to tell whether a later one differs
+    QString problem;   ///< in words for the log; empty if the picture was read
+};
+
+/// Reads and checks a picture. Whatever has this name, it neither blocks on it, as on a pipe, nor
+/// reads more than the limit. Any thread.
+HOST_EXPORT PictureFile readPictureFile(const QString &fileName);
