@@ -18,7 +18,9 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     line.addOption(config, QStringLiteral("Settings, in TOML."), QStringLiteral("FILE"));
     line.addOption(plugin, QStringLiteral("Plug-in to load (that of this build)."),
                    QStringLiteral("FILE"));
-    line.addOption(images, QStringLiteral("Folder that relative names of pictures start from."),
+    line.addOption(images,
+                   QStringLiteral("Folder of the goods' pictures; relative names of pictures in "
+                                  "commands start from it."),
                    QStringLiteral("DIR"));
     line.addOption(commands, QStringLiteral("Commands to run, - for standard input."),
                    QStringLiteral("FILE|-"));

@@ -10,7 +10,7 @@ struct RegisterOptions
 {
     QString configFile;
     QString pluginFile;
-    QString imagesFolder; ///< empty: the current folder
+    QString imagesFolder; ///< empty: the current folder, and no pictures of goods
     QString commandsFile; ///< "-": standard input; empty: no commands
     QString reportFile;   ///< empty: no report
     bool stay = false;    ///< go on after the last command

@@ -5,6 +5,7 @@
 #include <register/Cashier.h>
 #include <register/CashierCommands.h>
 #include <register/CommandLoop.h>
+#include <register/GoodsPictures.h>
 #include <register/HostCommands.h>
 #include <register/RegisterOptions.h>
 #include <register/Report.h>
@@ -12,12 +13,14 @@
 
 #include <Config.h>
 #include <ConfigError.h>
+#include <ImageDao.h>
 #include <PluginLoader.h>
 #include <Singleton.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cstdio>
 #include <optional>
@@ -42,8 +45,13 @@ Goods readGoods(const QString &configFile)
 int runRegister(const RegisterOptions &options)
 {
     Singleton<Config>::instance().load(options.configFile);
+    // A picture may still be read when the last command is done; that needs QCoreApplication.
+    const auto endOfImages = qScopeGuard([] { Singleton<ImageDao>::replace(nullptr); });
     Till till(options.pluginFile);
-    Cashier cashier(till, readGoods(options.configFile));
+    const auto goods = readGoods(options.configFile);
+    if (!options.imagesFolder.isEmpty())
+        addGoodsPictures(goods, options.imagesFolder);
+    Cashier cashier(till, goods);
     Commands commands;
     addHostCommands(commands, till, options.imagesFolder);
     addCashierCommands(commands, cashier);

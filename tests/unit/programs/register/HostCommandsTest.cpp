@@ -5,6 +5,8 @@
 #include <ImageDao.h>
 #include <Tr.h>
 
+#include <support/Wait.h>
+
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
@@ -152,6 +154,24 @@ TEST_F(HostCommands, Image_without_a_file_becomes_known_but_not_loaded)
     EXPECT_EQ(image->value(), "100");
     EXPECT_FALSE(image->isLoaded());
     EXPECT_EQ(announced.size(), 0);
+}
+
+TEST_F(HostCommands, Image_takes_the_place_of_a_goods_own_picture)
+{
+    writePicture("goods.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>");
+    writePicture("x.png", "picture");
+    singletons.images().addFile(goods100, pictures.filePath("goods.svg"));
+    singletons.images().findImage(goods100);
+    QSignalSpy announced(&singletons.images(), &ImageDao::imageLoaded);
+
+    does(R"({"do":"image","id":{"type":"GoodsCode","value":"100"},"file":"x.png"})");
+    EXPECT_EQ(announced.size(), 1);
+    does(R"({"do":"image","id":{"type":"GoodsCode","value":"100"}})");
+    support::letPass(
+        std::chrono::milliseconds(100)); // the goods' own picture would be loaded by now
+    EXPECT_EQ(announced.size(), 1);
+    EXPECT_EQ(singletons.images().findImage(goods100)->value(), "100");
+    EXPECT_FALSE(singletons.images().findImage(goods100)->isLoaded());
 }
 
 TEST_F(HostCommands, Image_starts_from_the_current_folder_when_no_other_is_given)
