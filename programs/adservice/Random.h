@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QByteArray>
+
+/// Bytes that nobody can guess.
+QByteArray randomBytes(qsizetype count);
