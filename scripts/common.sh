@@ -7,7 +7,7 @@ build_packages=(
     qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libtomlplusplus-dev
 )
 # What the tests need besides.
-test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl)
+test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography)
 
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 
