@@ -55,7 +55,7 @@ TEST_F(BadUsage, Of_options_is_named_with_the_mend)
 {
     EXPECT_EQ(complaintOfRegister({}), "--config is missing: give the settings file, for example "
                                        "--config demo/shop.toml.");
-    for (const auto *program : {REGISTER, DISPLAY_PROGRAM, SUMMARY}) {
+    for (const auto *program : {REGISTER, DISPLAY_PROGRAM, ADSERVICE, SUMMARY}) {
         EXPECT_EQ(complaint(program, {"--bogus"}), "Unknown option 'bogus'. See --help.");
         EXPECT_EQ(complaint(program, {"extra"}), "Unexpected argument \"extra\". See --help.");
     }
@@ -138,15 +138,29 @@ TEST_F(BadUsage, Of_the_displays_options_is_named_with_the_mend)
                     "--record " + name + ": ");
 }
 
+TEST_F(BadUsage, Of_the_ad_services_options_is_named_with_the_mend)
+{
+    EXPECT_EQ(complaint(ADSERVICE, {"--stream", "one"}),
+              "--stream \"one\" does not fit: give a number from 0 to 2147483647.");
+    EXPECT_EQ(complaint(ADSERVICE, {"--listen", "38083"}),
+              "--listen \"38083\" is no address: give one like 127.0.0.1:38083.");
+    EXPECT_EQ(complaint(ADSERVICE, {"--ads", path("none")}),
+              "--ads \"" + path("none") +
+                  "\" is no folder that can be read: give one like demo/ads.");
+    expectStart(complaint(ADSERVICE, {"--fault", "none"}),
+                "--fault \"none\" is unknown: give one of refuse, ");
+}
+
 TEST_F(BadUsage, Of_a_port_in_use_is_a_failure_with_the_mend)
 {
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
     const auto port = QString::number(other.serverPort());
-    EXPECT_EQ(complaintOfDisplay({"--port", port}, 1),
-              "port " + port +
-                  " cannot be opened: Address already in use. Stop the program that uses it or "
-                  "choose another with --port.");
+    for (const auto *program : {DISPLAY_PROGRAM, ADSERVICE})
+        EXPECT_EQ(complaint(program, {"--port", port}, 1),
+                  "port " + port +
+                      " cannot be opened: Address already in use. Stop the program that uses it "
+                      "or choose another with --port.");
 }
 
 TEST_F(BadUsage, Of_a_port_in_use_leaves_the_other_displays_record_alone)

@@ -15,6 +15,10 @@ const Program programs[] = {
      {"--config <FILE>", "--plugin <FILE>", "--images <DIR>", "--commands <FILE|->",
       "--report <FILE>", "--stay"}},
     {"display", DISPLAY_PROGRAM, {"--port <PORT>", "--plugin-url <URL>", "--record <FILE>"}},
+    {"adservice",
+     ADSERVICE,
+     {"--port <PORT>", "--listen <HOST:PORT>", "--stream <N>", "--key <KEY>", "--ads <DIR>",
+      "--frame-ms <MS>", "--stream-seconds <S>", "--answer-after <MS>", "--fault <NAME>"}},
     {"shop-summary", SUMMARY, {"--report <FILE>", "--record <FILE>"}},
 };
 
