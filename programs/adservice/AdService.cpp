@@ -1,8 +1,8 @@
 #include <adservice/AdService.h>
 
-#include <adservice/EventLine.h>
 #include <adservice/InterruptibleSleep.h>
 #include <adservice/PictureStream.h>
+#include <common/EventLine.h>
 
 #include <QUrl>
 

@@ -1,7 +1,7 @@
 #include <adservice/PictureStream.h>
 
-#include <adservice/EventLine.h>
 #include <adservice/InterruptibleSleep.h>
+#include <common/EventLine.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include <display/Advertising.h>
 
-#include <display/EventLine.h>
+#include <common/EventLine.h>
 #include <display/PluginLink.h>
 
 #include <QTimer>

@@ -1,8 +1,8 @@
 #include <display/Display.h>
 
+#include <common/EventLine.h>
 #include <common/MessageTypes.h>
 #include <common/MonotonicClock.h>
-#include <display/EventLine.h>
 #include <display/MessageText.h>
 
 #include <log4qt/logger.h>

@@ -13,7 +13,6 @@ struct EcdhVector
 };
 
 /// From KAS_ECC_CDH_PrimitiveTest.txt, [P-256], of the NIST CAVP's ecccdhtestvectors.zip.
-// clang-format off: a line a value
 inline constexpr std::array ecdhVectors{
     EcdhVector{"COUNT 0", "7d7dc5f71eb29ddaf80d6214632eeae03d9058af1fb6d22ed80badb62bc1a534",
                "700c48f77f56584c5cc632ca65640db91b6bacce3a4df6b42ce7cc838833d287",
@@ -36,4 +35,3 @@ inline constexpr std::array ecdhVectors{
                "57d128de8b2a57a094d1a001e572173f96e8866ae352bf29cddaf92fc85b2f92",
                "1e51373bd2c6044c129c436e742a55be2a668a85ae08441b6756445df5493857"},
 };
-// clang-format on

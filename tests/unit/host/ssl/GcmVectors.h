@@ -20,7 +20,6 @@ struct GcmVector
 /// SP 800-38D, 7.1, step 2, makes the same counter block, so that key, texts and tag are as
 /// published. The others are those of C2SP/wycheproof, testvectors/aes_gcm_test.json, that have
 /// keys and vectors of these sizes.
-// clang-format off: a line a value
 inline constexpr std::array gcmVectors{
     GcmVector{"GCM submission, test case 13",
               "0000000000000000000000000000000000000000000000000000000000000000",
@@ -169,4 +168,3 @@ inline constexpr std::array gcmVectors{
               "cb960201fa5ad41d41d1c2c8037c71d52b72e76b16b589d71b976627c9734c9d",
               "8dfce16467c3a6ebb3e7242c9a551962"},
 };
-// clang-format on

@@ -1,4 +1,4 @@
-#include <adservice/EventLine.h>
+#include <common/EventLine.h>
 
 #include <support/OutputCapture.h>
 
