@@ -103,9 +103,10 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
 
 void ViewConnector::onAdsStreamConnectErrorOccurred()
 {
-    auto *reply = qobject_cast<QNetworkReply *>(sender());
+    const auto *reply = qobject_cast<QNetworkReply *>(sender());
     logger->error(QStringLiteral("Ошибка подключения к сервису Ads: ") + reply->errorString());
-    reply->deleteLater();
+    // It still has to finish, and goes then: Qt's network thread may tell the end so much later
+    // than the error that a deletion which is asked for here comes first.
 }
 
 void ViewConnector::onAdsStreamConnectFinished()

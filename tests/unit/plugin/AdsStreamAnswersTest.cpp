@@ -6,7 +6,8 @@
 #include <KeyAgreement.h>
 
 #include <QJsonDocument>
-#include <QTcpServer>
+#include <QNetworkReply>
+#include <QPointer>
 
 namespace {
 
@@ -92,6 +93,41 @@ TEST_F(AdsStreamAnswers, A_connection_that_is_lost_is_an_error_and_an_empty_answ
         service.answer(broken);
         expectConnectionError(subscribe(2));
     }
+}
+
+/// A reply that finishes when the test says so.
+class SlowReply : public QNetworkReply
+{
+public:
+    SlowReply() { open(QIODevice::ReadOnly); }
+    void fail()
+    {
+        setError(ConnectionRefusedError, "refused");
+        Q_EMIT errorOccurred(ConnectionRefusedError);
+    }
+    void finish()
+    {
+        setFinished(true);
+        Q_EMIT finished();
+    }
+    void abort() override {}
+    qint64 readData(char *, qint64) override { return -1; }
+};
+
+TEST_F(AdsStreamAnswers, An_error_long_before_the_end_is_an_empty_answer_too)
+{
+    const QPointer reply = new SlowReply;
+    QObject::connect(reply.data(), &QNetworkReply::errorOccurred, connector.get(),
+                     &ProbedConnector::onAdsStreamConnectErrorOccurred);
+    QObject::connect(reply.data(), &QNetworkReply::finished, connector.get(),
+                     &ProbedConnector::onAdsStreamConnectFinished);
+    reply->fail();
+    support::letPass(std::chrono::milliseconds(1)); // deletes what is to be deleted
+    ASSERT_FALSE(reply.isNull());
+    reply->finish();
+    EXPECT_EQ(log.textsOf("viewconnector"),
+              (QStringList{connectionError + "refused", emptyAnswer}));
+    EXPECT_TRUE(support::waitFor([&] { return reply.isNull(); }));
 }
 
 TEST_F(AdsStreamAnswers, An_answer_without_an_end_is_given_up_as_an_error)

@@ -27,6 +27,8 @@ public:
     using ViewConnector::getDocumentPayload;
     using ViewConnector::initTriggers;
     using ViewConnector::isAwaitingLoadImage;
+    using ViewConnector::onAdsStreamConnectErrorOccurred;
+    using ViewConnector::onAdsStreamConnectFinished;
     using ViewConnector::onDocumentModified;
     using ViewConnector::processAdResult;
     using ViewConnector::processGetImageRequest;
