@@ -1,3 +1,5 @@
+#include <HttpServer.h>
+
 #include <support/Wait.h>
 
 #include <QJsonArray>
@@ -13,19 +15,20 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A display and a register as processes, with their files in a folder of the test's own.
+/// A display, an ad service and a register as processes, with their files in a folder of the test's
+/// own.
 class Shop : public testing::Test
 {
 protected:
     Shop()
     {
-        for (auto *process : {&display, &cashRegister})
+        for (auto *process : {&display, &adService, &cashRegister})
             process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     }
 
     ~Shop() override
     {
-        for (auto *process : {&cashRegister, &display}) {
+        for (auto *process : {&cashRegister, &adService, &display}) {
             process->kill();
             process->waitForFinished();
         }
@@ -35,14 +38,31 @@ protected:
     int startDisplay(int port)
     {
         display.start(QStringLiteral(DISPLAY_PROGRAM),
-                      {"--port", QString::number(port), "--record", path("record.jsonl")});
-        const QRegularExpression address(QStringLiteral("http://127.0.0.1:(\\d+),"));
+                      {"--port", QString::number(port), "--record", path("record.jsonl"),
+                       "--plugin-url", QString("http://127.0.0.1:%1").arg(pluginPort)});
+        return portOf(display, output);
+    }
+
+    /// Starts an ad service whose stream comes after some seconds and lasts some seconds.
+    int startAdService()
+    {
+        adService.start(QStringLiteral(AD_SERVICE),
+                        {"--port", "0", "--ads", QStringLiteral(DEMO "/ads"), "--answer-after",
+                         "5000", "--stream-seconds", "4"});
+        QString printed;
+        return portOf(adService, printed);
+    }
+
+    /// The port of the address in what a server prints first; 0 if it does not say one.
+    static int portOf(QProcess &server, QString &printed)
+    {
+        const QRegularExpression address(QStringLiteral("http://127.0.0.1:(\\d+)[,\\s]"));
         QRegularExpressionMatch match;
         support::waitFor([&] {
-            display.waitForReadyRead(10);
-            output += QString::fromUtf8(display.readAllStandardOutput());
-            match = address.match(output);
-            return match.hasMatch() || display.state() == QProcess::NotRunning;
+            server.waitForReadyRead(10);
+            printed += QString::fromUtf8(server.readAllStandardOutput());
+            match = address.match(printed);
+            return match.hasMatch() || server.state() == QProcess::NotRunning;
         });
         return match.captured(1).toInt();
     }
@@ -78,13 +98,14 @@ protected:
         file.write(content);
     }
 
-    /// The sample settings with free ports and the display's port.
-    QString sampleConfig(int displayPort)
+    /// The sample settings with the ports of this test. Without an ad service nobody is there.
+    QString sampleConfig(int displayPort, int adPort = 1)
     {
         auto config = QString::fromUtf8(read(QStringLiteral(DEMO "/shop.toml")));
         config.replace(QStringLiteral("127.0.0.1:38080"),
                        QStringLiteral("127.0.0.1:%1").arg(displayPort));
-        config.replace(QStringLiteral("38081"), QStringLiteral("0"));
+        config.replace(QStringLiteral("38081"), QString::number(pluginPort));
+        config.replace(QStringLiteral("38083"), QString::number(adPort));
         config.replace(QStringLiteral("goods.toml"), QStringLiteral(DEMO "/goods.toml"));
         write(path("shop.toml"), config.toUtf8());
         return path("shop.toml");
@@ -100,8 +121,29 @@ protected:
         return lines;
     }
 
+    QStringList paths() const
+    {
+        QStringList paths;
+        for (const auto &line : record())
+            paths.append(line["path"].toString());
+        return paths;
+    }
+
+    /// What the display was told to show: names in the settings, "stream" for a stream.
+    QStringList advertisements() const
+    {
+        QStringList names;
+        for (const auto &line : record()) {
+            if (line["path"].toString() == "/showAD")
+                names.append(line["body"]["id"].toString("stream"));
+        }
+        return names;
+    }
+
     QTemporaryDir folder;
+    int pluginPort = HttpServer(0, HttpServerOptions()).port(); // a free one
     QProcess display;
+    QProcess adService;
     QProcess cashRegister;
     QString output; // of the display
 };
@@ -112,7 +154,9 @@ TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
 {
     const int port = startDisplay(0);
     ASSERT_NE(port, 0) << qPrintable(output);
-    startRegister(sampleConfig(port), QStringLiteral(DEMO "/shop.jsonl"));
+    const int adPort = startAdService();
+    ASSERT_NE(adPort, 0);
+    startRegister(sampleConfig(port, adPort), QStringLiteral(DEMO "/shop.jsonl"));
     ASSERT_TRUE(cashRegister.waitForFinished(90'000));
     EXPECT_EQ(cashRegister.exitCode(), 0);
     EXPECT_FALSE(read(path("answers.jsonl")).contains("\"ok\":false"));
@@ -124,20 +168,33 @@ TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
     ASSERT_TRUE(summary.waitForFinished());
     EXPECT_EQ(summary.exitCode(), 0) << summary.readAllStandardOutput().toStdString();
 
-    QStringList paths;
-    for (const auto &line : record()) {
+    for (const auto &line : record())
         EXPECT_EQ(line["status"].toInt(), 200);
-        paths.append(line["path"].toString());
-    }
-    EXPECT_EQ(paths.first(), "/configure");
-    for (const auto *each :
-         {"/updateDocument", "/qrPayment", "/priceList", "/content", "/paymentdraft"})
-        EXPECT_TRUE(paths.contains(QString::fromLatin1(each))) << each;
-    EXPECT_EQ(paths.count("/configure"), 1);
+    EXPECT_EQ(paths().constFirst(), "/configure");
+    for (const auto *each : {"/updateDocument", "/qrPayment", "/priceList", "/content",
+                             "/paymentdraft", "/showAD", "/image"})
+        EXPECT_TRUE(paths().contains(QString::fromLatin1(each))) << each;
+    EXPECT_EQ(paths().count("/configure"), 1);
+
+    // Pictures: of every article that was sold, each with its content.
+    output += QString::fromUtf8(display.readAllStandardOutput());
+    const QRegularExpression pictures("Pictures: (\\d+) asked for, (\\d+) came, 0 said");
+    const auto counts = pictures.match(output);
+    EXPECT_GE(counts.captured(1).toInt(), 20) << qPrintable(output);
+    EXPECT_EQ(counts.captured(2), counts.captured(1)) << qPrintable(output);
+
+    // Advertisements: the timetable, the stream in its place, and the timetable from its first.
+    const auto shown = advertisements();
+    const auto stream = shown.indexOf("stream");
+    EXPECT_EQ(shown.mid(0, 2), (QStringList{"coffee", "bread"}));
+    EXPECT_GE(stream, 2);
+    EXPECT_EQ(shown.mid(stream + 1, 4), (QStringList{"coffee", "bread", "fruit", "coffee"}));
+    EXPECT_EQ(shown.count("stream"), 1);
 }
 
 TEST_F(Shop, Works_without_any_settings_on_the_default_ports)
 {
+    pluginPort = 38081;
     ASSERT_EQ(startDisplay(38080), 38080) << "is port 38080 in use?";
     write(path("empty.toml"), {});
     write(path("commands.jsonl"), R"({"do":"wait","ms":300}
@@ -177,19 +234,19 @@ TEST_F(Shop, A_display_that_was_killed_gets_the_newest_state_when_it_is_back)
 {"do":"wait","ms":4000}
 )");
     startRegister(sampleConfig(port), path("commands.jsonl"));
-    ASSERT_TRUE(support::waitFor([&] { return record().size() >= 2; }));
+    ASSERT_TRUE(support::waitFor([&] { return paths().contains("/updateDocument"); }));
     display.kill();
     display.waitForFinished();
     support::letPass(1700ms); // the rest of the sale happens meanwhile
     output.clear();
     ASSERT_EQ(startDisplay(port), port);
 
-    ASSERT_TRUE(support::waitFor([&] { return record().size() == 2; }));
+    ASSERT_TRUE(support::waitFor([&] { return paths().contains("/priceList"); }));
     const auto messages = record();
     EXPECT_EQ(messages[0]["path"].toString(), "/updateDocument");
     EXPECT_EQ(messages[0]["body"]["positions"].toArray().size(), 3);
-    EXPECT_EQ(messages[1]["path"].toString(), "/priceList");
     ASSERT_TRUE(cashRegister.waitForFinished());
     EXPECT_EQ(cashRegister.exitCode(), 0);
-    EXPECT_EQ(record().size(), 2);
+    EXPECT_EQ(paths().count("/updateDocument"), 1);
+    EXPECT_EQ(paths().count("/priceList"), 1);
 }
