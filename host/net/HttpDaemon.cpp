@@ -9,10 +9,27 @@
 #include <microhttpd.h>
 #include <netinet/in.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 namespace {
+
+using namespace std::chrono_literals;
+using Phase = HttpConnections::Phase;
+
+constexpr std::chrono::milliseconds sweepInterval = 100ms; // how late a deadline may be noticed
+constexpr std::chrono::milliseconds untilSomethingHappens = -1ms;
+/// Beyond the limit: connections that are being closed to make room.
+constexpr int connectionReserve = 16;
+/// The library's memory for a connection: it keeps a record for each field, and builds the head of
+/// the answer beside that of the request.
+constexpr std::size_t poolPerHeaderByte = 2;
+constexpr std::size_t poolReserveBytes = 8192;
+/// The library also keeps a record for each argument of the query; where it finds no room for them
+/// it leaves the client without an answer.
+constexpr std::ptrdiff_t maxQueryArguments = 250;
 
 const Log4Qt::Logger *logger()
 {
@@ -23,6 +40,8 @@ const Log4Qt::Logger *logger()
 
 struct HttpDaemon::Callbacks
 {
+    static void onConnection(void *self, MHD_Connection *connection, void **context,
+                             MHD_ConnectionNotificationCode code);
     static void *onUri(void *self, const char *uri, MHD_Connection *connection);
     static MHD_Result onRequest(void *self, MHD_Connection *connection, const char *url,
                                 const char *method, const char *version, const char *upload,
@@ -37,7 +56,10 @@ void HttpDaemon::StopDaemon::operator()(MHD_Daemon *daemon) const
 }
 
 HttpDaemon::HttpDaemon(HttpServer *server, int port, HttpServerOptions options)
-    : m_server(server), m_options(std::move(options))
+    : m_server(server)
+    , m_options(std::move(options))
+    , m_admission(m_options)
+    , m_connections(m_options, m_refusals)
 {
     start(port);
     if (isListening())
@@ -66,30 +88,60 @@ void HttpDaemon::start(int port)
 
     // clang-format off: an option a line
     m_handle.reset(MHD_start_daemon(
-        MHD_USE_AUTO_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
-        &Callbacks::onRequest, this, MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK,
-        &Callbacks::onUri, this, MHD_OPTION_NOTIFY_COMPLETED, &Callbacks::onCompleted, this,
-        MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned>(m_options.maxConnections),
+        MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr, &Callbacks::onRequest, this,
+        MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK, &Callbacks::onUri, this,
+        MHD_OPTION_NOTIFY_COMPLETED, &Callbacks::onCompleted, this, MHD_OPTION_NOTIFY_CONNECTION,
+        &Callbacks::onConnection, this, MHD_OPTION_CONNECTION_LIMIT,
+        static_cast<unsigned>(m_options.maxConnections + connectionReserve),
         MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(m_options.idleTimeout.count()),
-        MHD_OPTION_CONNECTION_MEMORY_LIMIT, static_cast<std::size_t>(m_options.maxHeaderBytes),
-        MHD_OPTION_END));
+        MHD_OPTION_CONNECTION_MEMORY_LIMIT,
+        static_cast<std::size_t>(m_options.maxHeaderBytes) * poolPerHeaderByte + poolReserveBytes,
+        MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_END));
     // clang-format on
-    if (!m_handle)
+    if (m_handle)
+        m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });
+    else
         m_error = qt_error_string(errno);
+}
+
+void HttpDaemon::run(const std::stop_token &stop)
+{
+    const int events = MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
+    while (!stop.stop_requested()) {
+        m_wakeUp.waitFor(events, waitingTime());
+        MHD_run(m_handle.get());
+        m_connections.cutOverdue();
+    }
+}
+
+std::chrono::milliseconds HttpDaemon::waitingTime() const
+{
+    if (m_connections.isEmpty())
+        return untilSomethingHappens;
+    MHD_UNSIGNED_LONG_LONG wanted = 0;
+    if (MHD_get_timeout(m_handle.get(), &wanted) == MHD_NO)
+        return sweepInterval;
+    return std::min(sweepInterval, std::chrono::milliseconds(wanted));
 }
 
 HttpDaemon::~HttpDaemon()
 {
     if (!m_handle)
         return;
-    // The library wants no suspended connection when it stops.
-    const std::lock_guard guard(m_mutex);
-    m_closing = true;
-    for (const auto &[exchange, connection] : m_suspended) {
-        exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
-        MHD_resume_connection(connection);
+    {
+        // The library wants no suspended connection when it stops.
+        const std::lock_guard guard(m_mutex);
+        m_closing = true;
+        for (const auto &[exchange, connection] : m_suspended) {
+            exchange->refuse(503);
+            MHD_resume_connection(connection);
+        }
+        m_suspended.clear();
     }
-    m_suspended.clear();
+    m_thread.request_stop();
+    m_wakeUp.wake();
+    m_thread.join();
+    MHD_run(m_handle.get()); // sends the last answers
 }
 
 int HttpDaemon::port() const
@@ -100,50 +152,79 @@ int HttpDaemon::port() const
     return info == nullptr ? 0 : info->port;
 }
 
-void *HttpDaemon::Callbacks::onUri(void *, const char *uri, MHD_Connection *)
+void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **,
+                                         MHD_ConnectionNotificationCode code)
 {
-    return new ExchangePtr(std::make_shared<HttpExchange>(QString::fromUtf8(uri))); // onCompleted
+    auto &connections = static_cast<HttpDaemon *>(self)->m_connections;
+    if (code == MHD_CONNECTION_NOTIFY_STARTED)
+        connections.add(connection);
+    else
+        connections.remove(connection);
+}
+
+void *HttpDaemon::Callbacks::onUri(void *self, const char *uri, MHD_Connection *connection)
+{
+    auto &daemon = *static_cast<HttpDaemon *>(self);
+    if (std::count(uri, uri + std::strlen(uri), '&') >= maxQueryArguments) {
+        daemon.m_refusals.noteRequest(HttpRefusals::Kind::Size, QString::fromUtf8(uri),
+                                      QStringLiteral("слишком много параметров"));
+        daemon.m_connections.cut(connection, "414 URI Too Long");
+    }
+    return new ExchangePtr(std::make_shared<HttpExchange>(uri)); // deleted by onCompleted
 }
 
 MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connection, const char *,
-                                            const char *method, const char *, const char *upload,
-                                            std::size_t *uploadSize, void **request)
+                                            const char *method, const char *version,
+                                            const char *upload, std::size_t *uploadSize,
+                                            void **request)
 {
     auto &daemon = *static_cast<HttpDaemon *>(self);
     const auto &exchange = *static_cast<ExchangePtr *>(*request);
-    const auto &options = daemon.m_options;
+    if (daemon.m_connections.isCut(connection))
+        return MHD_NO;
 
-    if (exchange->begin(connection, method)) {
-        if (!exchange->announcesMoreThan(options.maxBodyBytes))
+    if (!exchange->hasBegun()) {
+        daemon.begin(connection, *exchange, exchange->readHead(connection, method, version));
+        if (!exchange->hasAnswer())
             return MHD_YES;
-        daemon.refuseBody(*exchange);
     } else if (*uploadSize > 0) {
-        exchange->addBody(upload, *uploadSize, options.maxBodyBytes);
+        exchange->addBody(upload, *uploadSize, daemon.m_options.maxBodyBytes);
         *uploadSize = 0;
-        return exchange->age() < options.bodyTimeout ? MHD_YES : MHD_NO;
+        return MHD_YES;
     } else if (exchange->isTooLarge()) {
-        daemon.refuseBody(*exchange);
+        daemon.refuse(*exchange, daemon.m_admission.tooLargeBody());
     } else if (!exchange->hasAnswer()) {
         if (daemon.suspend(exchange, connection))
             return MHD_YES;
-        exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
+        exchange->refuse(503);
     }
+    daemon.m_connections.enter(connection, Phase::Answer);
     return exchange->sendAnswer(connection) ? MHD_YES : MHD_NO;
 }
 
-void HttpDaemon::Callbacks::onCompleted(void *, MHD_Connection *, void **request,
+void HttpDaemon::Callbacks::onCompleted(void *self, MHD_Connection *connection, void **request,
                                         MHD_RequestTerminationCode)
 {
     delete static_cast<ExchangePtr *>(*request);
     *request = nullptr;
+    static_cast<HttpDaemon *>(self)->m_connections.awaitNext(connection);
 }
 
-void HttpDaemon::refuseBody(HttpExchange &exchange) const
+/// Takes a request whose header is complete, or gives it its refusal before the body is read.
+void HttpDaemon::begin(MHD_Connection *connection, HttpExchange &exchange,
+                       const HttpRequestHead &head)
 {
-    logger()->warn(QStringLiteral("HTTP-сервер: запрос %1 отклонён: тело больше %2 байт")
-                       .arg(exchange.header().path())
-                       .arg(m_options.maxBodyBytes));
-    exchange.setAnswer(413, QStringLiteral("Content Too Large"));
+    exchange.begin(head);
+    if (const auto refusal = m_admission.refusal(head, exchange.header()))
+        refuse(exchange, *refusal);
+    else
+        m_connections.enter(connection, Phase::Body);
+}
+
+void HttpDaemon::refuse(HttpExchange &exchange, const HttpAdmission::Refusal &refusal)
+{
+    m_refusals.noteRequest(refusal.kind, exchange.header().path(), refusal.why);
+    exchange.refuse(refusal.status);
 }
 
 bool HttpDaemon::suspend(const ExchangePtr &exchange, MHD_Connection *connection)
@@ -151,6 +232,7 @@ bool HttpDaemon::suspend(const ExchangePtr &exchange, MHD_Connection *connection
     const std::lock_guard guard(m_mutex);
     if (m_closing)
         return false;
+    m_connections.enter(connection, Phase::Waiting);
     MHD_suspend_connection(connection);
     m_suspended.emplace(exchange.get(), connection);
     QMetaObject::invokeMethod(
@@ -168,7 +250,7 @@ void HttpDaemon::deliver(Delivery delivery)
     Q_EMIT m_server->requestReceived(delivery.exchange->header(), delivery.exchange->body());
     if (delivery.answered)
         return;
-    delivery.exchange->setAnswer(503, QStringLiteral("Service Unavailable"));
+    delivery.exchange->refuse(503);
     resume(delivery);
 }
 
@@ -187,4 +269,5 @@ void HttpDaemon::resume(const Delivery &delivery)
     const std::lock_guard guard(m_mutex);
     m_suspended.erase(delivery.exchange.get());
     MHD_resume_connection(delivery.connection);
+    m_wakeUp.wake();
 }

@@ -1,25 +1,32 @@
 #pragma once
 
+#include "HttpAdmission.h"
+#include "HttpConnections.h"
 #include "HttpExchange.h"
+#include "HttpRefusals.h"
+#include "WakeUp.h"
 
 #include <HttpServer.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <stop_token>
+#include <thread>
 
 struct MHD_Connection;
 struct MHD_Daemon;
 
 /**
- * The network side of an HttpServer: the library's daemon with its thread, and the requests that
- * wait for an answer from the server's thread.
+ * The network side of an HttpServer: libmicrohttpd's daemon, the thread that runs it, and the
+ * requests that wait for an answer from the server's thread.
  *
  * Owner: the HttpServer, on whose thread it is created, used and destroyed.
- * Thread: requests are read and answered on the library's thread; in between they are delivered,
- * and belong to the server's thread, while their connections are suspended. Errors: `error` says
- * why it does not listen. Shut-down: the destructor resumes what waits, since the library wants no
- * suspended connection, and joins the library's thread.
+ * Thread: requests are read and answered on the network thread; in between they are delivered, and
+ * belong to the server's thread, while their connections are suspended. Errors: `error` says why it
+ * does not listen. Shut-down: the destructor resumes what waits, since the library wants no
+ * suspended connection, and joins the network thread.
  */
 class HttpDaemon
 {
@@ -37,7 +44,7 @@ public:
 
 private:
     using ExchangePtr = std::shared_ptr<HttpExchange>;
-    struct Callbacks; // of the library, on its thread
+    struct Callbacks; // of the library, on the network thread
     struct StopDaemon
     {
         void operator()(MHD_Daemon *daemon) const;
@@ -51,8 +58,11 @@ private:
 
     void start(int port);
 
-    // On the library's thread:
-    void refuseBody(HttpExchange &exchange) const;
+    // On the network thread:
+    void run(const std::stop_token &stop);
+    std::chrono::milliseconds waitingTime() const;
+    void begin(MHD_Connection *connection, HttpExchange &exchange, const HttpRequestHead &head);
+    void refuse(HttpExchange &exchange, const HttpAdmission::Refusal &refusal);
     bool suspend(const ExchangePtr &exchange, MHD_Connection *connection);
 
     // On the server's thread:
@@ -66,5 +76,10 @@ private:
     std::mutex m_mutex;
     bool m_closing = false;                                 // guarded by m_mutex
     std::map<HttpExchange *, MHD_Connection *> m_suspended; // guarded by m_mutex
-    std::unique_ptr<MHD_Daemon, StopDaemon> m_handle;       // last: its thread uses all the others
+    const WakeUp m_wakeUp;
+    const HttpAdmission m_admission;
+    HttpRefusals m_refusals;       // of the network thread
+    HttpConnections m_connections; // of the network thread
+    std::unique_ptr<MHD_Daemon, StopDaemon> m_handle;
+    std::jthread m_thread; // last: it uses all the others
 };

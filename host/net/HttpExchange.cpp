@@ -13,28 +13,25 @@ struct DestroyResponse
 };
 using ResponseHandle = std::unique_ptr<MHD_Response, DestroyResponse>;
 
-MHD_Result addField(void *header, MHD_ValueKind, const char *name, const char *value)
+QString toText(std::string_view text)
 {
-    static_cast<RequestHeader *>(header)->addValue(QString::fromUtf8(name),
-                                                   QString::fromUtf8(value));
-    return MHD_YES;
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 } // namespace
 
-HttpExchange::HttpExchange(QString uri)
-    : m_uri(std::move(uri)), m_started(std::chrono::steady_clock::now())
+HttpRequestHead HttpExchange::readHead(MHD_Connection *connection, const char *method,
+                                       const char *version) const
 {
+    return HttpRequestHead::of(connection, method, m_uriAt, m_uri, version);
 }
 
-bool HttpExchange::begin(MHD_Connection *connection, const char *method)
+void HttpExchange::begin(const HttpRequestHead &head)
 {
-    if (m_begun)
-        return false;
     m_begun = true;
-    m_header = RequestHeader(QString::fromLatin1(method), m_uri);
-    MHD_get_connection_values(connection, MHD_HEADER_KIND, &addField, &m_header);
-    return true;
+    m_header = RequestHeader(toText(head.method()), QString::fromUtf8(head.target()));
+    for (const auto &[name, value] : head.fields())
+        m_header.addValue(toText(name), toText(value));
 }
 
 void HttpExchange::addBody(const char *data, std::size_t size, qint64 limit)
@@ -47,25 +44,16 @@ void HttpExchange::addBody(const char *data, std::size_t size, qint64 limit)
         m_body.append(data, length);
 }
 
-bool HttpExchange::announcesMoreThan(qint64 limit) const
-{
-    return m_header.value(QStringLiteral("Content-Length")).toLongLong() > limit;
-}
-
-std::chrono::steady_clock::duration HttpExchange::age() const
-{
-    return std::chrono::steady_clock::now() - m_started;
-}
-
 void HttpExchange::setAnswer(const ResponseHeader &header, const QByteArray &body)
 {
     m_answer = Answer{header, body};
 }
 
-void HttpExchange::setAnswer(int status, const QString &reason)
+void HttpExchange::refuse(int status)
 {
     ResponseHeader header;
-    header.setStatusLine(status, reason, 1, 1);
+    header.setStatusLine(status, {}, 1, 1);
+    header.setValue(QStringLiteral("Connection"), QStringLiteral("close"));
     setAnswer(header, {});
 }
 
@@ -81,6 +69,8 @@ bool HttpExchange::sendAnswer(MHD_Connection *connection) const
     for (const auto &[name, value] : fields)
         MHD_add_response_header(response.get(), name.toUtf8().constData(),
                                 value.toUtf8().constData());
+    if (m_header.method() == QLatin1String("CONNECT")) // what follows is no HTTP
+        MHD_add_response_header(response.get(), "Connection", "close");
     return MHD_queue_response(connection, static_cast<unsigned>(m_answer->header.status()),
                               response.get()) == MHD_YES;
 }

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "HttpRequestHead.h"
+
 #include <RequestHeader.h>
 #include <ResponseHeader.h>
 
 #include <QByteArray>
 #include <QString>
 
-#include <chrono>
 #include <optional>
 
 struct MHD_Connection;
@@ -20,24 +21,27 @@ struct MHD_Connection;
 class HttpExchange
 {
 public:
-    explicit HttpExchange(QString uri);
+    /// `uri` lies in the library's buffer, as it came.
+    explicit HttpExchange(const char *uri) : m_uriAt(uri), m_uri(uri) {}
 
-    /// Notes method and header fields; true the first time.
-    bool begin(MHD_Connection *connection, const char *method);
+    /// The head of the request that is being read; only before `begin`.
+    HttpRequestHead readHead(MHD_Connection *connection, const char *method,
+                             const char *version) const;
+    /// Notes method, path and header fields.
+    void begin(const HttpRequestHead &head);
+    bool hasBegun() const { return m_begun; }
 
     /// Adds to the body; what goes beyond `limit` is dropped and marks the body as too large.
     void addBody(const char *data, std::size_t size, qint64 limit);
     bool isTooLarge() const { return m_tooLarge; }
-    /// Whether the announced body is larger than `limit`.
-    bool announcesMoreThan(qint64 limit) const;
 
-    std::chrono::steady_clock::duration age() const;
     const RequestHeader &header() const { return m_header; }
     const QByteArray &body() const { return m_body; }
 
     void setAnswer(const ResponseHeader &header, const QByteArray &body);
-    /// An answer without a body.
-    void setAnswer(int status, const QString &reason);
+    /// An answer without a body, after which the connection is closed: what may follow the request
+    /// is not taken for another one.
+    void refuse(int status);
     bool hasAnswer() const { return m_answer.has_value(); }
     /// Hands the answer to the network library; false if that fails.
     bool sendAnswer(MHD_Connection *connection) const;
@@ -49,11 +53,11 @@ private:
         QByteArray body;
     };
 
-    QString m_uri;
+    const char *m_uriAt;
+    QByteArray m_uri;
     bool m_begun = false;
     RequestHeader m_header;
     QByteArray m_body;
     bool m_tooLarge = false;
-    std::chrono::steady_clock::time_point m_started;
     std::optional<Answer> m_answer;
 };

@@ -20,9 +20,9 @@ class HttpDaemon;
  * Thread: the network runs on a thread of the server's own; `requestReceived` is emitted on the
  * thread that created the server, one request at a time, in the order of their arrival. All members
  * belong to that thread.
- * Errors: a port that cannot be bound is logged and leaves `isListening` false. A request beyond
- * the limits of the options is answered 413 or its connection is closed; one that nobody answers is
- * answered 503.
+ * Errors: a port that cannot be bound is logged and leaves `isListening` false. What is no
+ * unambiguous HTTP request, or is beyond the limits of the options, is answered 4xx or its
+ * connection is closed, and never delivered; a request that nobody answers is answered 503.
  * Shut-down: the destructor closes the connections and frees the port before it returns; what still
  * waits gets no answer. Not to be destroyed within a slot connected to `requestReceived`.
  */

@@ -28,6 +28,10 @@ HttpServerOptions HttpServerOptions::fromConfig()
     options.maxHeaderBytes = positive("maxHeaderBytes", static_cast<int>(options.maxHeaderBytes));
     options.maxConnections = positive("maxConnections", options.maxConnections);
     options.idleTimeout = seconds("idleTimeout", options.idleTimeout);
+    options.headerTimeout = seconds("headerTimeout", options.headerTimeout);
     options.bodyTimeout = seconds("bodyTimeout", options.bodyTimeout);
+    options.answerTimeout = seconds("answerTimeout", options.answerTimeout);
+    options.guard =
+        Singleton<Config>::instance().boolValue(QStringLiteral("HttpServer:guard"), options.guard);
     return options;
 }

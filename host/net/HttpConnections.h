@@ -1,0 +1,70 @@
+#pragma once
+
+#include "HttpRefusals.h"
+
+#include <HttpServerOptions.h>
+
+#include <chrono>
+#include <map>
+
+struct MHD_Connection;
+
+/**
+ * The open connections of an HttpServer: cuts those whose request or answer takes too long, and
+ * makes room for new ones. libmicrohttpd only knows a time-out that each byte starts anew, and lets
+ * new connections wait for room that a slow client never leaves.
+ *
+ * Owner: the HttpDaemon. Thread: the network thread, all of it; a connection therefore never ends
+ * between being found and being cut.
+ */
+class HttpConnections
+{
+public:
+    enum class Phase {
+        Header,  ///< a request is awaited, or its header is not complete
+        Body,    ///< the header is complete, the body is not
+        Waiting, ///< the request is with the server's thread
+        Answer,  ///< the answer is on its way
+        Cut,     ///< given up, and about to be closed
+    };
+
+    HttpConnections(const HttpServerOptions &options, HttpRefusals &refusals);
+
+    /// Notes a new connection. At the limit, the one whose request has been incomplete the longest
+    /// is given up for it; if there is none, the new one is answered 503.
+    void add(MHD_Connection *connection);
+    void remove(MHD_Connection *connection);
+
+    void enter(MHD_Connection *connection, Phase phase);
+    /// The answer is out: the next request may take its time to begin, then to be complete.
+    void awaitNext(MHD_Connection *connection);
+
+    /// Cuts what is beyond its deadline; a request that is not complete is answered 408.
+    void cutOverdue();
+    /// Ends a connection. `status`, such as "408 Request Timeout", is what its client is told;
+    /// null: nothing.
+    void cut(MHD_Connection *connection, const char *status);
+    /// Whether it was given up; a request that still completes on it is not to be delivered.
+    bool isCut(MHD_Connection *connection) const;
+
+    bool isEmpty() const { return m_entries.empty(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct Entry
+    {
+        int socket;
+        Phase phase;
+        Clock::time_point since;
+        Clock::time_point deadline;
+    };
+    using Entries = std::map<MHD_Connection *, Entry>;
+
+    void makeRoomFor(MHD_Connection *connection);
+    void cut(Entry &entry, const char *status);
+    Clock::duration allowed(Phase phase) const;
+
+    const HttpServerOptions &m_options;
+    HttpRefusals &m_refusals;
+    Entries m_entries;
+};
