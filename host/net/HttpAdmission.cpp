@@ -17,7 +17,9 @@ std::optional<HttpAdmission::Refusal> HttpAdmission::refusal(const HttpRequestHe
         return tooLargeHead(head);
     if (m_guard && !m_guard->admits(header))
         return Refusal{403, Kind::Guard, QStringLiteral("чужой Host или Origin")};
-    if (header.value(QStringLiteral("Content-Length")).toLongLong() > m_maxBodyBytes)
+    // The library lets pass whatever fits 64 bits.
+    if (header.value(QStringLiteral("Content-Length")).toULongLong() >
+        static_cast<quint64>(m_maxBodyBytes))
         return tooLargeBody();
     return std::nullopt;
 }

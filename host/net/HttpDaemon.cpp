@@ -96,7 +96,7 @@ void HttpDaemon::start(int port)
         MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(m_options.idleTimeout.count()),
         MHD_OPTION_CONNECTION_MEMORY_LIMIT,
         static_cast<std::size_t>(m_options.maxHeaderBytes) * poolPerHeaderByte + poolReserveBytes,
-        MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_END));
+        MHD_OPTION_END));
     // clang-format on
     if (m_handle)
         m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });

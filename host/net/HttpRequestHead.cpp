@@ -100,8 +100,8 @@ QString HttpRequestHead::fault() const
         return QStringLiteral("строки заголовка разделены неверно");
     if (!isToken(m_method))
         return QStringLiteral("неверный метод");
-    if (hasControlCharacters())
-        return QStringLiteral("управляющие символы в заголовке");
+    if (hasForbiddenCharacters())
+        return QStringLiteral("недопустимые символы в заголовке");
     if (!std::all_of(m_fields.begin(), m_fields.end(),
                      [](const Field &field) { return isToken(field.name); }))
         return QStringLiteral("неверное имя поля заголовка");
@@ -114,10 +114,10 @@ bool HttpRequestHead::isContiguous() const
     return m_isContiguous && m_end + lineEndSize == m_method.data() + m_size;
 }
 
-bool HttpRequestHead::hasControlCharacters() const
+bool HttpRequestHead::hasForbiddenCharacters() const
 {
     return std::any_of(m_target.begin(), m_target.end(),
-                       [](char c) { return isControl(c) || c == '\t'; }) ||
+                       [](char c) { return isControl(c) || blanks.find(c) != blanks.npos; }) ||
            std::any_of(m_fields.begin(), m_fields.end(), [](const Field &field) {
                return std::any_of(field.value.begin(), field.value.end(), &isControl);
            });

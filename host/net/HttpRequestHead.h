@@ -49,7 +49,7 @@ public:
 
 private:
     bool isContiguous() const;
-    bool hasControlCharacters() const;
+    bool hasForbiddenCharacters() const;
     QString framingFault() const;
     QString hostFault() const;
     std::vector<std::string_view> valuesOf(std::string_view name) const;

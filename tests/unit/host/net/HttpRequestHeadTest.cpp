@@ -1,0 +1,88 @@
+#include <HttpRequestHead.h>
+#include <support/PrintQt.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+/// A head in one buffer, split as the library does it: what ended a part is now a NUL.
+class SplitHead
+{
+public:
+    explicit SplitHead(const Fields &fields, const std::string &version = "HTTP/1.1")
+    {
+        m_buffer = std::string("POST") + '\0' + "/path" + '\0' + version + lineEnd;
+        for (const auto &[name, value] : fields)
+            m_buffer += name + '\0' + ' ' + value + lineEnd;
+        m_buffer += lineEnd;
+
+        head = HttpRequestHead({m_buffer.data(), 4}, m_buffer.data() + 5, "/path",
+                               {m_buffer.data() + 11, version.size()}, m_buffer.size());
+        const auto *at = m_buffer.data() + 11 + version.size() + lineEnd.size();
+        for (const auto &[name, value] : fields) {
+            const auto *valueAt = at + name.size() + 2;
+            head.addField({at, name.size()}, {valueAt, value.size()});
+            at = valueAt + value.size() + lineEnd.size();
+        }
+    }
+
+    Q_DISABLE_COPY_MOVE(SplitHead)
+
+    HttpRequestHead head{{}, nullptr, {}, {}, 0};
+
+private:
+    const std::string lineEnd = std::string(2, '\0');
+    std::string m_buffer;
+};
+
+} // namespace
+
+TEST(HttpRequestHead, Without_fault_is_one_whose_lines_follow_each_other)
+{
+    EXPECT_EQ(SplitHead(Fields{{"Host", "localhost"}, {"X", ""}, {"Y", "a  "}}).head.fault(),
+              QString());
+    EXPECT_EQ(SplitHead(Fields{}, "HTTP/1.0").head.fault(), QString());
+}
+
+TEST(HttpRequestHead, Has_its_values_without_the_blanks_behind)
+{
+    const SplitHead split(Fields{{"Host", "localhost \t "}});
+    ASSERT_EQ(split.head.fields().size(), 1U);
+    EXPECT_EQ(split.head.fields().front().value, "localhost");
+}
+
+TEST(HttpRequestHead, Is_refused_when_a_field_lies_elsewhere_or_holds_a_NUL)
+{
+    const std::string elsewhere = "X-Folded";
+    SplitHead folded(Fields{{"Host", "localhost"}});
+    folded.head.addField(elsewhere, elsewhere);
+    EXPECT_NE(folded.head.fault(), QString());
+
+    SplitHead holding(Fields{{"Host", std::string("local\0host", 10)}});
+    EXPECT_NE(holding.head.fault(), QString());
+}
+
+TEST(HttpRequestHead, Is_refused_for_what_could_be_read_in_two_ways)
+{
+    const Fields ambiguous[] = {
+        {},
+        {{"Host", "a"}, {"Host", "a"}},
+        {{"Host", "a@b"}},
+        {{"Host", "a"}, {"Content-Length", "1"}, {"content-length", "1"}},
+        {{"Host", "a"}, {"Content-Length", "1"}, {"Transfer-Encoding", "chunked"}},
+        {{"Host", "a"}, {"Transfer-Encoding", "gzip, chunked"}},
+        {{"Host", "a"}, {"X ", "a"}},
+        {{"Host", "a"}, {"", "a"}},
+        {{"Host", "a"}, {"X", "\x01"}},
+    };
+    for (const auto &fields : ambiguous) {
+        SCOPED_TRACE(fields.empty() ? "none" : fields.back().first);
+        EXPECT_NE(SplitHead(fields).head.fault(), QString());
+    }
+    EXPECT_NE(SplitHead(Fields{{"Transfer-Encoding", "chunked"}}, "HTTP/1.0").head.fault(),
+              QString());
+}

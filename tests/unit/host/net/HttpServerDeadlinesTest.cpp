@@ -1,0 +1,142 @@
+#include "HttpServerFixture.h"
+
+#include <support/PrintQt.h>
+
+#include <gmock/gmock.h>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace {
+
+using namespace std::chrono_literals;
+using support::RawClient;
+
+class HttpServerDeadlines : public HttpServerFixture
+{
+protected:
+    /// Sends a byte again and again, so that the connection is never silent for long.
+    void dripUntilClosed(RawClient &client)
+    {
+        EXPECT_TRUE(support::waitFor([&] {
+            client.send("a");
+            return !client.isConnected();
+        }));
+    }
+
+    bool hasLogged(const QString &text) const
+    {
+        return !log.textsOf(QStringLiteral("httpserver")).filter(text).isEmpty();
+    }
+};
+
+/// A client that asks and then takes nothing until it is told to.
+class LazyClient
+{
+public:
+    explicit LazyClient(int port) : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address),
+                  0);
+        const auto request = RawClient::request("/", "question");
+        EXPECT_EQ(::write(m_socket, request.constData(), static_cast<std::size_t>(request.size())),
+                  request.size());
+    }
+    ~LazyClient() { ::close(m_socket); }
+    Q_DISABLE_COPY_MOVE(LazyClient)
+
+    /// How many bytes there are until the connection ends.
+    qint64 takeAll() const
+    {
+        std::array<char, 65'536> buffer{};
+        qint64 all = 0;
+        for (ssize_t got = 1; got > 0; all += std::max<ssize_t>(got, 0))
+            got = ::read(m_socket, buffer.data(), buffer.size());
+        return all;
+    }
+
+private:
+    const int m_socket;
+};
+
+} // namespace
+
+TEST_F(HttpServerDeadlines, Answer_408_to_a_header_that_drips)
+{
+    HttpServerOptions options;
+    options.headerTimeout = 1s;
+    start(options);
+    RawClient client(server->port());
+    client.send("POST / HTTP/1.1\r\nHost: localhost\r\nX: ");
+    dripUntilClosed(client);
+    EXPECT_EQ(client.answer(0ms).status, 408);
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(hasLogged(QStringLiteral("срок истёк")));
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerDeadlines, Hold_for_the_header_of_a_further_request_too)
+{
+    HttpServerOptions options;
+    options.headerTimeout = 1s;
+    options.idleTimeout = 1s;
+    start(options);
+    RawClient client(server->port());
+    client.send(RawClient::request("/", "first"));
+    EXPECT_EQ(client.answer().status, 200);
+    client.send("POST / HTTP/1.1\r\nHost: localhost\r\nX: ");
+    dripUntilClosed(client);
+    EXPECT_EQ(client.answer(0ms).status, 408);
+    EXPECT_EQ(arrivals.size(), 1);
+}
+
+TEST_F(HttpServerDeadlines, Answer_408_to_a_body_that_drips)
+{
+    HttpServerOptions options;
+    options.bodyTimeout = 1s;
+    start(options);
+    for (const auto *framing : {"Content-Length: 100000", "Transfer-Encoding: chunked"}) {
+        SCOPED_TRACE(framing);
+        RawClient client(server->port());
+        client.send(QByteArray("POST / HTTP/1.1\r\nHost: localhost\r\n") + framing +
+                    "\r\n\r\nfffff\r\n");
+        dripUntilClosed(client);
+        EXPECT_EQ(client.answer(0ms).status, 408);
+    }
+    EXPECT_TRUE(arrivals.isEmpty());
+    EXPECT_TRUE(isServing());
+}
+
+TEST_F(HttpServerDeadlines, End_an_answer_that_is_not_taken)
+{
+    constexpr qint64 answerSize = 64 * 1024 * 1024;
+    HttpServerOptions options;
+    options.answerTimeout = 1s;
+    start(options);
+    handler = [this](const Arrival &) { answer(200, QByteArray(answerSize, 'x')); };
+    const LazyClient client(server->port());
+    EXPECT_TRUE(support::waitFor([&] { return hasLogged(QStringLiteral("срок истёк")); }));
+    EXPECT_LT(client.takeAll(), answerSize);
+}
+
+TEST_F(HttpServerDeadlines, Do_not_hold_while_the_servers_thread_is_at_work)
+{
+    HttpServerOptions options;
+    options.headerTimeout = options.bodyTimeout = options.idleTimeout = 1s;
+    start(options);
+    handler = [this](const Arrival &) {
+        QThread::msleep(1500);
+        answer(200, "late");
+    };
+    RawClient client(server->port());
+    client.send(RawClient::request("/", "question"));
+    EXPECT_EQ(client.answer().body, QByteArray("late"));
+}
