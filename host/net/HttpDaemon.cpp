@@ -1,4 +1,4 @@
-#include "HttpDaemon.h"
+#include "HttpDaemonCallbacks.h"
 
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
@@ -6,12 +6,10 @@
 #include <QScopedValueRollback>
 
 #include <arpa/inet.h>
-#include <microhttpd.h>
 #include <netinet/in.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -27,9 +25,6 @@ constexpr int connectionReserve = 16;
 /// the answer beside that of the request.
 constexpr std::size_t poolPerHeaderByte = 2;
 constexpr std::size_t poolReserveBytes = 8192;
-/// The library also keeps a record for each argument of the query; where it finds no room for them
-/// it leaves the client without an answer.
-constexpr std::ptrdiff_t maxQueryArguments = 250;
 
 const Log4Qt::Logger *logger()
 {
@@ -37,18 +32,6 @@ const Log4Qt::Logger *logger()
 }
 
 } // namespace
-
-struct HttpDaemon::Callbacks
-{
-    static void onConnection(void *self, MHD_Connection *connection, void **context,
-                             MHD_ConnectionNotificationCode code);
-    static void *onUri(void *self, const char *uri, MHD_Connection *connection);
-    static MHD_Result onRequest(void *self, MHD_Connection *connection, const char *url,
-                                const char *method, const char *version, const char *upload,
-                                std::size_t *uploadSize, void **request);
-    static void onCompleted(void *self, MHD_Connection *connection, void **request,
-                            MHD_RequestTerminationCode reason);
-};
 
 void HttpDaemon::StopDaemon::operator()(MHD_Daemon *daemon) const
 {
@@ -150,64 +133,6 @@ int HttpDaemon::port() const
         return 0;
     const auto *info = MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_BIND_PORT);
     return info == nullptr ? 0 : info->port;
-}
-
-void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **,
-                                         MHD_ConnectionNotificationCode code)
-{
-    auto &connections = static_cast<HttpDaemon *>(self)->m_connections;
-    if (code == MHD_CONNECTION_NOTIFY_STARTED)
-        connections.add(connection);
-    else
-        connections.remove(connection);
-}
-
-void *HttpDaemon::Callbacks::onUri(void *self, const char *uri, MHD_Connection *connection)
-{
-    auto &daemon = *static_cast<HttpDaemon *>(self);
-    if (std::count(uri, uri + std::strlen(uri), '&') >= maxQueryArguments) {
-        daemon.m_refusals.noteRequest(HttpRefusals::Kind::Size, QString::fromUtf8(uri),
-                                      QStringLiteral("слишком много параметров"));
-        daemon.m_connections.cut(connection, "414 URI Too Long");
-    }
-    return new ExchangePtr(std::make_shared<HttpExchange>(uri)); // deleted by onCompleted
-}
-
-MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connection, const char *,
-                                            const char *method, const char *version,
-                                            const char *upload, std::size_t *uploadSize,
-                                            void **request)
-{
-    auto &daemon = *static_cast<HttpDaemon *>(self);
-    const auto &exchange = *static_cast<ExchangePtr *>(*request);
-    if (daemon.m_connections.isCut(connection))
-        return MHD_NO;
-
-    if (!exchange->hasBegun()) {
-        daemon.begin(connection, *exchange, exchange->readHead(connection, method, version));
-        if (!exchange->hasAnswer())
-            return MHD_YES;
-    } else if (*uploadSize > 0) {
-        exchange->addBody(upload, *uploadSize, daemon.m_options.maxBodyBytes);
-        *uploadSize = 0;
-        return MHD_YES;
-    } else if (exchange->isTooLarge()) {
-        daemon.refuse(*exchange, daemon.m_admission.tooLargeBody());
-    } else if (!exchange->hasAnswer()) {
-        if (daemon.suspend(exchange, connection))
-            return MHD_YES;
-        exchange->refuse(503);
-    }
-    daemon.m_connections.enter(connection, Phase::Answer);
-    return exchange->sendAnswer(connection) ? MHD_YES : MHD_NO;
-}
-
-void HttpDaemon::Callbacks::onCompleted(void *self, MHD_Connection *connection, void **request,
-                                        MHD_RequestTerminationCode)
-{
-    delete static_cast<ExchangePtr *>(*request);
-    *request = nullptr;
-    static_cast<HttpDaemon *>(self)->m_connections.awaitNext(connection);
 }
 
 /// Takes a request whose header is complete, or gives it its refusal before the body is read.

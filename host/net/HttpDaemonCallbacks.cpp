@@ -1,0 +1,72 @@
+#include "HttpDaemonCallbacks.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+using Phase = HttpConnections::Phase;
+
+/// The library also keeps a record for each argument of the query; where it finds no room for them
+/// it leaves the client without an answer.
+constexpr std::ptrdiff_t maxQueryArguments = 250;
+
+} // namespace
+
+void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **,
+                                         MHD_ConnectionNotificationCode code)
+{
+    auto &connections = static_cast<HttpDaemon *>(self)->m_connections;
+    if (code == MHD_CONNECTION_NOTIFY_STARTED)
+        connections.add(connection);
+    else
+        connections.remove(connection);
+}
+
+void *HttpDaemon::Callbacks::onUri(void *self, const char *uri, MHD_Connection *connection)
+{
+    auto &daemon = *static_cast<HttpDaemon *>(self);
+    if (std::count(uri, uri + std::strlen(uri), '&') >= maxQueryArguments) {
+        daemon.m_refusals.noteRequest(HttpRefusals::Kind::Size, QString::fromUtf8(uri),
+                                      QStringLiteral("слишком много параметров"));
+        daemon.m_connections.cut(connection, "414 URI Too Long");
+    }
+    return new ExchangePtr(std::make_shared<HttpExchange>(uri)); // deleted by onCompleted
+}
+
+MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connection, const char *,
+                                            const char *method, const char *version,
+                                            const char *upload, std::size_t *uploadSize,
+                                            void **request)
+{
+    auto &daemon = *static_cast<HttpDaemon *>(self);
+    const auto &exchange = *static_cast<ExchangePtr *>(*request);
+    if (daemon.m_connections.isCut(connection))
+        return MHD_NO;
+
+    if (!exchange->hasBegun()) {
+        daemon.begin(connection, *exchange, exchange->readHead(connection, method, version));
+        if (!exchange->hasAnswer())
+            return MHD_YES;
+    } else if (*uploadSize > 0) {
+        exchange->addBody(upload, *uploadSize, daemon.m_options.maxBodyBytes);
+        *uploadSize = 0;
+        return MHD_YES;
+    } else if (exchange->isTooLarge()) {
+        daemon.refuse(*exchange, daemon.m_admission.tooLargeBody());
+    } else if (!exchange->hasAnswer()) {
+        if (daemon.suspend(exchange, connection))
+            return MHD_YES;
+        exchange->refuse(503);
+    }
+    daemon.m_connections.enter(connection, Phase::Answer);
+    return exchange->sendAnswer(connection) ? MHD_YES : MHD_NO;
+}
+
+void HttpDaemon::Callbacks::onCompleted(void *self, MHD_Connection *connection, void **request,
+                                        MHD_RequestTerminationCode)
+{
+    delete static_cast<ExchangePtr *>(*request);
+    *request = nullptr;
+    static_cast<HttpDaemon *>(self)->m_connections.awaitNext(connection);
+}
