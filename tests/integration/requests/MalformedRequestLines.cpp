@@ -6,9 +6,12 @@ std::vector<RawRequest> malformedRequestLines()
 {
     const std::string tooLong(40'000, 'a');
     const std::string muchTooLong(200'000, 'a');
-    std::string manyArguments = "GET /?a";
-    for (int i = 0; i < 2000; ++i)
-        manyArguments += "&a";
+    const auto getWithArguments = [](int count) {
+        std::string text = "GET /?a";
+        for (int i = 1; i < count; ++i)
+            text += "&a";
+        return line(text + " HTTP/1.1");
+    };
 
     return {
         {"no_version", line("GET /"), {400}},
@@ -66,6 +69,7 @@ std::vector<RawRequest> malformedRequestLines()
         {"target_much_too_long", line("GET /" + muchTooLong + " HTTP/1.1"), {414}},
         {"method_much_too_long", line(muchTooLong + " / HTTP/1.1"), {414}},
         {"line_without_end", "GET /" + muchTooLong, {414}},
-        {"very_many_arguments", line(manyArguments + " HTTP/1.1"), {414}},
+        {"too_many_arguments", getWithArguments(300), {414}},
+        {"far_too_many_arguments", getWithArguments(3000), {414}},
     };
 }
