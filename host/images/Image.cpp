@@ -2,15 +2,18 @@
 
 #include <QMimeDatabase>
 
-#include <utility>
+Image::Image(const ImageId &id, const QByteArray &content) : ImageId(id)
+{
+    if (content.isEmpty())
+        return;
+    const auto mimeType = QMimeDatabase().mimeTypeForData(content).name();
+    m_uri =
+        QStringLiteral("data:%1;base64,%2").arg(mimeType, QString::fromLatin1(content.toBase64()));
+}
 
-Image::Image(const ImageId &id, QByteArray content) : ImageId(id), m_content(std::move(content)) {}
+Image::Image(const ImageId &id, const Image &other) : ImageId(id), m_uri(other.m_uri) {}
 
 QString Image::toUri(const QString &) const
 {
-    if (!isLoaded())
-        return {};
-    const auto mimeType = QMimeDatabase().mimeTypeForData(m_content).name();
-    return QStringLiteral("data:%1;base64,%2")
-        .arg(mimeType, QString::fromLatin1(m_content.toBase64()));
+    return m_uri;
 }

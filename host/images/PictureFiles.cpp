@@ -8,7 +8,7 @@
 
 #include <utility>
 
-PictureFiles::PictureFiles(qsizetype cacheBytes) : m_contents(cacheBytes)
+PictureFiles::PictureFiles(qsizetype cacheBytes) : m_pictures(cacheBytes)
 {
     connect(&m_watcher, &FileWatcher::changed, this, &PictureFiles::onChanged);
     connect(&m_loader, &PictureLoader::loaded, this, &PictureFiles::onLoaded);
@@ -37,7 +37,7 @@ void PictureFiles::remove(const ImageId &id)
     if (!file->ids.isEmpty())
         return;
     m_files.erase(file);
-    m_contents.remove(name);
+    m_pictures.remove(name);
     m_watcher.remove(name);
 }
 
@@ -49,8 +49,8 @@ Image PictureFiles::find(const ImageId &id)
         return Image();
 
     const bool isQuiet = m_watcher.isQuiet(name); // otherwise it will be loaded soon
-    if (const auto *content = m_contents.object(name))
-        return Image(id, *content);
+    if (const auto *picture = m_pictures.object(name))
+        return Image(id, *picture);
     file->askedFor.insert(id);
     if (isQuiet && !file->isBroken && !m_loader.isLoading(name))
         m_loader.load(name);
@@ -61,7 +61,7 @@ void PictureFiles::onChanged(const QString &fileName)
 {
     if (QFileInfo::exists(fileName))
         return m_loader.load(fileName);
-    m_contents.remove(fileName);
+    m_pictures.remove(fileName);
     auto &file = m_files[fileName];
     file.digest.clear();
     file.isBroken = false;
@@ -81,13 +81,14 @@ void PictureFiles::onLoaded(const QString &fileName, const PictureFile &picture)
     if (!QFileInfo::exists(fileName))
         return; // gone meanwhile, as the watcher will tell
 
-    m_contents.insert(fileName, new QByteArray(picture.content), picture.content.size());
+    const Image image(ImageId(), picture.content);
+    m_pictures.insert(fileName, new Image(image), picture.content.size());
     const bool differs = std::exchange(file->digest, picture.digest) != picture.digest;
     const auto askedFor = std::exchange(file->askedFor, {});
     const auto ids = differs ? file->ids : askedFor;
     for (const auto &id : ids) {
         // Whoever heard of the one before may have given this one another file.
         if (m_fileNames.value(id) == fileName)
-            Q_EMIT loaded(Image(id, picture.content));
+            Q_EMIT loaded(Image(id, image));
     }
 }

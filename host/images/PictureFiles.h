@@ -12,8 +12,8 @@
 #include <QSet>
 #include <QString>
 
-/// Contents of pictures that are kept, in bytes: thousands of usual pictures of goods, eight of the
-/// largest.
+/// Addresses of pictures that are kept, in bytes: thousands of usual pictures of goods, three of
+/// the largest.
 inline constexpr qsizetype maxCachedPictureBytes = 64 * 1024 * 1024;
 
 /**
@@ -59,8 +59,8 @@ private:
     void onLoaded(const QString &fileName, const PictureFile &picture);
 
     QHash<ImageId, QString> m_fileNames;
-    QHash<QString, File> m_files;           // by name
-    QCache<QString, QByteArray> m_contents; // by name of the file
+    QHash<QString, File> m_files;      // by name
+    QCache<QString, Image> m_pictures; // by name of the file
     FileWatcher m_watcher;
     PictureLoader m_loader;
 };

@@ -62,3 +62,11 @@ TEST(Image, Ignores_the_base_address)
     EXPECT_TRUE(image.isLoaded());
     EXPECT_EQ(image.toUri(QStringLiteral("http://127.0.0.1/pictures/")), image.toUri(QString()));
 }
+
+TEST(Image, Shares_its_address_with_its_copies_and_those_under_another_identifier)
+{
+    const Image image(milk, png);
+    const Image other(ImageId(ImageId::Barcode, QStringLiteral("46")), image);
+    EXPECT_EQ(other.value(), QStringLiteral("46"));
+    EXPECT_EQ(other.toUri({}).constData(), image.toUri({}).constData());
+}

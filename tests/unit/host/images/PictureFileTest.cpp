@@ -97,12 +97,25 @@ TEST_F(PictureFileTest, Is_refused_when_reading_fails)
     EXPECT_EQ(readPictureFile("/proc/self/mem").problem, "не читается: Input/output error");
 }
 
+/// While it lives the process is one that may not read everything, which root may.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser() { EXPECT_EQ(seteuid(m_before == 0 ? nobody : m_before), 0); }
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(m_before), 0); }
+    Q_DISABLE_COPY_MOVE(OrdinaryUser)
+
+private:
+    static constexpr uid_t nobody = 65534;
+    const uid_t m_before = geteuid();
+};
+
 TEST_F(PictureFileTest, Is_refused_when_it_may_not_be_read)
 {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root may read everything";
     write(file, encoded("PNG"));
     ASSERT_EQ(chmod(qPrintable(file), 0), 0);
+    ASSERT_EQ(chmod(qPrintable(folder.path()), 0755), 0);
+    const OrdinaryUser user;
     EXPECT_EQ(readPictureFile(file).problem, "не читается: Permission denied");
 }
 
