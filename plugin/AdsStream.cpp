@@ -18,6 +18,7 @@
 #include <QUrlQuery>
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 #include <optional>
 
@@ -25,8 +26,10 @@ namespace {
 
 /// The private key waits for the answer on the reply, and goes with it.
 constexpr auto privateKeyProperty = "ads_private";
-/// An answer is some hundred bytes; a service that does not end its own would fill the memory.
+/// An answer is some hundred bytes; a service that does not end its own would fill the memory, with
+/// the body or, since Qt has no limit for it, with the header, which the time-out ends.
 constexpr qint64 maxAnswerBytes = 1'048'576;
+constexpr std::chrono::milliseconds timeout = std::chrono::minutes(1);
 
 /// The parts of an answer that has the right form; what they hold is not yet known to be true.
 struct Answer
@@ -80,6 +83,7 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     request.setHeader(QNetworkRequest::ContentLengthHeader, QByteArray::number(body.size()));
     request.setAttribute(QNetworkRequest::AutoDeleteReplyOnFinishAttribute, true);
+    request.setTransferTimeout(static_cast<int>(timeout.count()));
 
     auto *network = new QNetworkAccessManager; // goes with its one reply, or with this object
     auto *reply = network->post(request, body);

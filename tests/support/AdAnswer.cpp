@@ -15,7 +15,8 @@ namespace {
 QByteArray encrypted(const AdAnswer &answer, const ssl::SharedKey &key)
 {
     std::array<unsigned char, ssl::gcmIvSize> iv{};
-    std::copy_n(answer.iv.begin(), std::min<qsizetype>(answer.iv.size(), std::ssize(iv)), iv.begin());
+    std::copy_n(answer.iv.begin(), std::min<qsizetype>(answer.iv.size(), std::ssize(iv)),
+                iv.begin());
     const auto data = ssl::encryptWithGcm(key, iv, answer.plaintext);
     return data.ciphertext +
            QByteArray(reinterpret_cast<const char *>(data.tag.data()), std::ssize(data.tag));
@@ -34,9 +35,11 @@ ScriptedAnswer toScript(const AdAnswer &answer, const ScriptedRequest &request)
 
     QByteArray bytes = "HTTP/1.1 " + answer.status + "\r\n";
     if (answer.hasKey)
-        bytes += "X-PK: " + answer.publicKey.value_or(publicKey.der()).toBase64() + "\r\n";
+        bytes += "X-PK: " +
+                 answer.rawKey.value_or(answer.publicKey.value_or(publicKey.der()).toBase64()) +
+                 "\r\n";
     if (answer.hasIv)
-        bytes += "X-IV: " + answer.iv.toBase64() + "\r\n";
+        bytes += "X-IV: " + answer.rawIv.value_or(answer.iv.toBase64()) + "\r\n";
     bytes += "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
     return {.bytes = bytes};
 }

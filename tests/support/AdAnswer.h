@@ -17,6 +17,8 @@ struct AdAnswer
     QByteArray iv = QByteArray("sixteen bytes iv"); ///< the first 16 are used, as by the register
     std::optional<QByteArray> publicKey = {};       ///< in DER, in place of the service's own
     std::function<QByteArray(QByteArray)> spoilBody = {}; ///< of ciphertext and tag
+    std::optional<QByteArray> rawKey = {};                ///< the header "X-PK" as it is sent
+    std::optional<QByteArray> rawIv = {};                 ///< the header "X-IV" as it is sent
     QByteArray status = "200 OK";
     bool hasKey = true; ///< whether the header "X-PK" is sent
     bool hasIv = true;  ///< whether the header "X-IV" is sent

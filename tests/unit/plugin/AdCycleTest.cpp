@@ -83,6 +83,7 @@ TEST_F(AdCycle, When_the_only_one_of_the_settings_fails_nothing_more_is_sent)
     play({ad("1")});
     report(false);
     EXPECT_EQ(sent(), QStringList{"1"});
+    EXPECT_EQ(log.textsOf("viewconnector"), QStringList(2, "Отправляем рекламу"));
     EXPECT_TRUE(connector->adTimetable.isEmpty());
     report(true);
     report(false);
@@ -127,15 +128,21 @@ TEST_F(AdCycle, A_shown_stream_is_sent_again)
     EXPECT_EQ(sent(), (QStringList{"stream", "stream"}));
 }
 
-TEST_F(AdCycle, Only_the_scheme_ads_in_small_letters_marks_a_stream)
+TEST_F(AdCycle, Only_the_scheme_ads_marks_a_stream)
 {
     host.config().setValue("View.ADTimetable.settings:index", 1);
     const std::pair<QVariant, bool> rows[] = {
-        {"ads://host", true},   {QUrl("ads://host"), true},
-        {"ads:", true},         {"adss://host", false},
-        {"http://ads/", false}, {"", false},
-        {QVariant(), false},    {"ads", false},
-        {"//ads", false},       {"http://x/?u=ads://", false},
+        {"ads://host", true},
+        {QUrl("ads://host"), true},
+        {"ads:", true},
+        {"ADS://host", true}, // an address has its scheme in small letters
+        {"adss://host", false},
+        {"http://ads/", false},
+        {"", false},
+        {QVariant(), false},
+        {"ads", false},
+        {"//ads", false},
+        {"http://x/?u=ads://", false},
     };
     for (const auto &[url, isStream] : rows) {
         SCOPED_TRACE(url.toString().toStdString());

@@ -9,6 +9,8 @@
 #include <QNetworkReply>
 #include <QPointer>
 
+#include <atomic>
+
 namespace {
 
 using support::AdAnswer;
@@ -125,6 +127,8 @@ TEST_F(AdsStreamAnswers, An_error_long_before_the_end_is_an_empty_answer_too)
     support::letPass(std::chrono::milliseconds(1)); // deletes what is to be deleted
     ASSERT_FALSE(reply.isNull());
     reply->finish();
+    reply->fail(); // nothing more is heard of it
+    reply->finish();
     EXPECT_EQ(log.textsOf("viewconnector"),
               (QStringList{connectionError + "refused", emptyAnswer}));
     EXPECT_TRUE(support::waitFor([&] { return reply.isNull(); }));
@@ -173,6 +177,8 @@ const WrongRow wrongTable[] = {
     {"a point beside the curve",
      {.publicKey = QByteArray::fromHex("3059301306072a8648ce3d020106082a8648ce3d03010703420004") +
                    QByteArray(64, '\1')}},
+    {"a key in other than base64", {.rawKey = "????"}},
+    {"a vector in other than base64", {.rawIv = "!!!!!!!!!!!!!!!!!!!!!!!!"}},
     {"no vector", {.hasIv = false}},
     {"an empty vector", {.iv = ""}},
     {"a vector of 12 bytes", {.iv = "twelve bytes"}},
@@ -230,7 +236,7 @@ TEST_F(AdsStreamAnswers, What_does_not_decrypt_to_JSON_is_a_decoding_error)
 
 TEST_F(AdsStreamAnswers, A_bare_tag_over_nothing_is_a_body_of_16_bytes)
 {
-    qsizetype size = 0;
+    std::atomic<qsizetype> size = 0;
     answer({.plaintext = "", .spoilBody = [&](const QByteArray &body) {
                 size = body.size();
                 return body;

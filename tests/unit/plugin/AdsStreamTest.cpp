@@ -70,12 +70,9 @@ TEST_F(AdsStream, The_stream_becomes_the_only_entry_and_is_sent_at_once)
 TEST_F(AdsStream, Adding_a_stream_is_logged_at_level_info)
 {
     subscribe(2);
-    for (const auto &line : log.lines()) {
-        if (line.text.startsWith("Добавляем")) {
-            EXPECT_EQ(line.level, QtInfoMsg);
-            EXPECT_EQ(line.logger, "viewconnector");
-        }
-    }
+    ASSERT_EQ(log.lines().size(), 2);
+    EXPECT_EQ(log.lines().constFirst().text, "Добавляем поток ads://host?stream=3&key=K");
+    EXPECT_EQ(log.lines().constFirst().level, QtInfoMsg);
 }
 
 TEST_F(AdsStream, A_timetable_that_is_being_played_is_replaced_whole)
@@ -183,11 +180,22 @@ TEST_F(AdsStream, The_start_subscribes_once_and_plays_the_settings_meanwhile)
 
 TEST_F(AdsStream, Without_an_address_of_the_service_nothing_is_asked)
 {
-    host.config().setValue("ViewConnector.Ads:url", "");
+    for (const QVariant &address : {QVariant(), QVariant("")}) {
+        host.config().setValue("ViewConnector.Ads:url", address);
+        RecordingConnector fresh;
+        fresh.init();
+        support::letPass(std::chrono::milliseconds(50));
+    }
+    for (const auto &line : log.lines()) // an empty address would be an error
+        EXPECT_EQ(line.level, QtInfoMsg) << line.text.toStdString();
+}
+
+TEST_F(AdsStream, An_address_that_is_not_quite_one_is_read_tolerantly)
+{
+    host.config().setValue("ViewConnector.Ads:url", service.url().toString() + "a path");
     connector->init();
-    ASSERT_TRUE(waitUntilAllSent());
-    support::letPass(std::chrono::milliseconds(20));
-    EXPECT_EQ(service.connectionCount(), 0);
+    ASSERT_TRUE(support::waitFor([&] { return service.requestCount() == 1; }));
+    EXPECT_TRUE(service.requests().constFirst().path.endsWith("/a%20path"));
 }
 
 TEST_F(AdsStream, When_the_stream_fails_the_settings_take_over)
@@ -210,12 +218,14 @@ public:
         if (auto *found = qobject_cast<QNetworkReply *>(object)) {
             reply = found;
             manager = found->manager();
+            request = found->request();
             privateKey = found->property("ads_private");
         }
         return false;
     }
     QPointer<QNetworkReply> reply;
     QPointer<QNetworkAccessManager> manager;
+    QNetworkRequest request;
     QVariant privateKey;
 };
 
@@ -235,6 +245,17 @@ TEST_F(AdsStream, The_private_key_is_on_the_reply_and_goes_with_it)
         EXPECT_TRUE(support::waitFor([&] { return watch.reply.isNull(); }));
         EXPECT_TRUE(support::waitFor([&] { return watch.manager.isNull(); }));
     }
+}
+
+TEST_F(AdsStream, The_request_is_made_with_these_settings)
+{
+    const DeletionWatch watch;
+    subscribe(2);
+    ASSERT_TRUE(support::waitFor([&] { return watch.privateKey.isValid(); }));
+    const auto &request = watch.request;
+    EXPECT_EQ(request.header(QNetworkRequest::ContentTypeHeader), "application/json");
+    EXPECT_TRUE(request.attribute(QNetworkRequest::AutoDeleteReplyOnFinishAttribute).toBool());
+    EXPECT_EQ(request.transferTimeout(), 60'000);
 }
 
 TEST_F(AdsStream, After_the_end_an_answer_that_is_still_due_is_taken)

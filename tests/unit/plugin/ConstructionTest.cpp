@@ -52,6 +52,12 @@ TEST_F(Construction, It_reads_no_setting_registers_nowhere_and_logs_nothing)
     EXPECT_EQ(host.notifier().notify(Event(261)), 0);
     EXPECT_EQ(rest->calls(), QStringList());
     EXPECT_TRUE(connector->sent.isEmpty());
+
+    Singleton<Config>::replace(nullptr);
+    Singleton<ImageDao>::replace(nullptr);
+    const ViewConnector another;
+    EXPECT_EQ(Singleton<Config>::replace(nullptr), nullptr) << "it was made to be read";
+    EXPECT_EQ(Singleton<ImageDao>::replace(nullptr), nullptr);
 }
 
 TEST_F(Construction, Nothing_is_connected)

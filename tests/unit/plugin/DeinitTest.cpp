@@ -160,6 +160,19 @@ TEST_F(Deinit, Open_dialogs_are_left_alone)
     EXPECT_EQ(connector->dialogTypes, (QMap<int, Type>{{7, Type::QrPayment}}));
 }
 
+TEST_F(Deinit, Pictures_that_are_awaited_or_were_sent_stay_so_also_over_another_start)
+{
+    const ImageId sent(ImageId::GoodsCode, "100");
+    const ImageId awaited(ImageId::GoodsCode, "101");
+    connector->init();
+    connector->sendImage(sent, "");
+    connector->addAwaitingLoadImage(awaited, sent);
+    connector->deinit();
+    connector->init();
+    EXPECT_EQ(connector->sentImages, QSet{sent});
+    EXPECT_TRUE(connector->isAwaitingLoadImage(awaited));
+}
+
 TEST_F(Deinit, Events_are_still_translated)
 {
     connector->init();

@@ -4,6 +4,8 @@
 
 #include "HttpRequest.h"
 
+#include <support/RawClient.h>
+
 #include <QJsonDocument>
 
 #include <log4qt/logger.h>
@@ -68,6 +70,9 @@ const Route routeTable[] = {
     {"an image request",
      R"({"type":"request","name":"getImage","data":{"x":1}})",
      {"request", "getImage"}},
+    {"text in another script",
+     R"({"type":"request","name":"getImage","data":{"x":"чай ☕"}})",
+     {"request", "getImage"}},
     {"an ad result", R"({"type":"result","name":"adResult","value":true})", {"result", "adResult"}},
     {"a result without a type", R"({"name":"adResult","value":true})", {"result", "adResult"}},
     {"a result whose type has a capital letter",
@@ -99,6 +104,8 @@ const Route routeTable[] = {
      {"result"}},
     {"a request without a name", R"({"type":"request"})", {"request"}},
     {"a request whose name is a number", R"({"type":"request","name":1})", {"request"}},
+    {"a result whose name is a number", R"({"type":"result","name":1})", {"result"}},
+    {"a result whose name is an object", R"({"type":"result","name":{}})", {"result"}},
     {"an unknown request", R"({"type":"request","name":"unknown"})", {"request"}},
     {"an unknown result", R"({"type":"result","name":"unknown"})", {"result"}},
     {"an empty object", "{}", {"result"}},
@@ -144,6 +151,43 @@ TEST_F(DisplayRequests, Each_is_acknowledged_in_the_same_way_whatever_it_holds)
     }
 }
 
+TEST_F(DisplayRequests, Method_path_query_and_header_make_no_difference)
+{
+    const QByteArray body = R"({"name":"adResult"})";
+    const QByteArray tail =
+        " HTTP/1.1\r\nHost: x\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n";
+    const QByteArray requests[] = {
+        "GET /" + tail + "\r\n" + body,
+        "PUT /a/b?c=d&e" + tail + "\r\n" + body,
+        "DELETE *" + tail + "\r\n" + body,
+        "PATCH /" + tail + "Content-Type: text/plain\r\n\r\n" + body,
+        "POST /updateDocument" + tail + "Accept: image/png\r\nX-Any: thing\r\n\r\n" + body,
+    };
+    for (const auto &request : requests) {
+        SCOPED_TRACE(request.toStdString());
+        routes->steps.clear();
+        support::RawClient client(connector->server->port());
+        client.send(request);
+        const auto answer = client.answer();
+        EXPECT_TRUE(answer.header.startsWith("HTTP/1.1 200 OK\r\n"));
+        EXPECT_TRUE(answer.header.contains("Content-Type: application/json"));
+        EXPECT_EQ(answer.body, QByteArray());
+        EXPECT_EQ(routes->steps, (QStringList{"result", "adResult"}));
+    }
+}
+
+TEST_F(DisplayRequests, A_GET_without_a_body_is_acknowledged_like_any_other)
+{
+    support::RawClient client(connector->server->port());
+    client.send("GET / HTTP/1.1\r\nHost: x\r\n\r\n");
+    const auto answer = client.answer();
+    EXPECT_TRUE(answer.header.startsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_TRUE(answer.header.contains("Content-Type: application/json"));
+    EXPECT_TRUE(answer.header.contains("Content-Length: 0"));
+    EXPECT_EQ(answer.body, QByteArray());
+    EXPECT_EQ(routes->steps, QStringList{"result"});
+}
+
 TEST_F(DisplayRequests, Each_is_logged_once_without_its_content_and_nothing_else_is)
 {
     ASSERT_TRUE(waitUntilAllSent());
@@ -160,12 +204,13 @@ TEST_F(DisplayRequests, Each_is_logged_once_without_its_content_and_nothing_else
 class JournalingServer : public HttpServer
 {
 public:
-    explicit JournalingServer(QStringList &journal)
-        : HttpServer(0, HttpServerOptions()), m_journal(journal)
+    JournalingServer(QStringList &journal, const support::LogCapture &log)
+        : HttpServer(0, HttpServerOptions()), m_journal(journal), m_log(log)
     {
     }
     void sendResponse(const ResponseHeader &header, const QByteArray &body) override
     {
+        m_journal.append(m_log.textsOf("viewconnector"));
         m_journal.append(QString("answer %1 %2 HTTP/%3.%4 %5 %6 bytes")
                              .arg(header.status())
                              .arg(header.reason())
@@ -177,15 +222,18 @@ public:
 
 private:
     QStringList &m_journal;
+    const support::LogCapture &m_log;
 };
 
-TEST_F(DisplayRequests, The_answer_is_given_before_the_request_is_acted_on)
+TEST_F(DisplayRequests, The_line_is_logged_then_the_answer_given_then_the_request_acted_on)
 {
-    const auto server = QSharedPointer<JournalingServer>::create(routes->steps);
-    connector->server = server;
+    ASSERT_TRUE(waitUntilAllSent());
+    const QStringList before = log.textsOf("viewconnector");
+    connector->server = QSharedPointer<JournalingServer>::create(routes->steps, log);
     connector->requestReceived(RequestHeader(), R"({"name":"adResult"})");
-    EXPECT_EQ(routes->steps, (QStringList{"answer 200 OK HTTP/1.1 application/json 0 bytes",
-                                          "result", "adResult"}));
+    EXPECT_EQ(routes->steps.mid(before.size()),
+              (QStringList{"Получено сообщение", "answer 200 OK HTTP/1.1 application/json 0 bytes",
+                           "result", "adResult"}));
 }
 
 TEST_F(DisplayRequests, They_are_handled_on_the_plugins_thread)

@@ -2,7 +2,10 @@
 
 #include "PluginFixture.h"
 
+#include <QDirIterator>
+#include <QFile>
 #include <QJsonArray>
+#include <QMetaEnum>
 
 #include <thread>
 
@@ -89,6 +92,7 @@ TEST_F(Images, A_fallback_that_is_not_loaded_is_answered_under_the_name_of_the_p
     know(barcode);
     request(code);
     EXPECT_TRUE(sent().isEmpty());
+    EXPECT_FALSE(connector->isAwaitingLoadImage(code));
 
     connector->onImageLoaded(Image(barcode, png));
     EXPECT_EQ(sent(), QList{answer(code, uriOf(png))});
@@ -142,6 +146,36 @@ TEST_F(Images, The_later_of_two_that_wait_for_the_same_fallback_is_answered)
     request(otherCode);
     connector->onImageLoaded(Image(barcode, png));
     EXPECT_EQ(sent(), QList{answer(otherCode, uriOf(png))});
+}
+
+TEST_F(Images, One_that_is_awaited_for_another_is_not_sent_again_for_itself)
+{
+    request(barcode, barcode); // unknown yet, and answered as such
+    know(barcode);
+    request(code);
+    sent();
+    connector->onImageLoaded(Image(barcode, png));
+    EXPECT_EQ(sent(), QList{answer(code, uriOf(png))});
+}
+
+TEST_F(Images, The_lock_is_free_while_an_answer_is_queued)
+{
+    class LockingConnector : public RecordingConnector
+    {
+    public:
+        void addMessage(const view::Message &message) override
+        {
+            isAwaitingLoadImage(code); // would never return while this thread holds the lock
+            RecordingConnector::addMessage(message);
+        }
+    };
+    LockingConnector locking;
+    know(code);
+    locking.processGetImageRequest(requestFor(code, barcode));
+    locking.onImageLoaded(Image(code, png));
+    locking.onImageLoaded(Image(code, png));
+    locking.processGetImageRequest(requestFor(otherCode, barcode));
+    EXPECT_EQ(locking.sent.size(), 3);
 }
 
 TEST_F(Images, A_loaded_picture_that_nobody_asked_for_is_not_sent)
@@ -198,17 +232,30 @@ TEST_F(Images, Missing_and_misshapen_data_are_looked_up_as_an_empty_picture)
         connector->processGetImageRequest(object);
         EXPECT_EQ(sent(), QList{answer(ImageId(), "")});
     }
+    const QJsonValue fallbacks[] = {QJsonValue::Undefined, "text", 1, QJsonArray{}};
+    for (const auto &fallback : fallbacks) {
+        QJsonObject data{{"GoodsCode", code.toJson()}};
+        data.insert("Barcode", fallback);
+        connector->processGetImageRequest({{"data", data}});
+        EXPECT_EQ(sent(), QList{answer(code, "")});
+    }
+    EXPECT_EQ(log.textsOf("viewconnector"), QStringList());
 }
 
-TEST_F(Images, The_keys_of_a_request_are_the_names_of_the_kinds_of_identifier)
+TEST(PluginSources, The_kinds_of_identifier_are_named_by_the_host_alone)
 {
-    const auto kinds = QMetaEnum::fromType<ImageId::IdType>();
-    know(otherCode, png);
-    know(barcode, otherPng);
-    const QJsonObject data{{kinds.valueToKey(0), otherCode.toJson()},
-                           {kinds.valueToKey(1), barcode.toJson()}};
-    connector->processGetImageRequest({{"data", data}});
-    EXPECT_EQ(sent(), QList{answer(otherCode, uriOf(png))});
+    QDirIterator files(PLUGIN_SOURCES, {"*.h", "*.cpp"}, QDir::Files);
+    int count = 0;
+    for (; files.hasNext(); ++count) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        for (int kind = 0; kind < 2; ++kind) {
+            const char *name = QMetaEnum::fromType<ImageId::IdType>().valueToKey(kind);
+            EXPECT_FALSE(text.contains(name)) << file.fileName().toStdString();
+        }
+    }
+    EXPECT_GT(count, 5);
 }
 
 TEST_F(Images, The_helpers_keep_take_and_replace_what_is_waited_for)
@@ -290,6 +337,9 @@ TEST_F(Images, Nothing_is_logged)
     request(code);
     request(otherCode);
     connector->onImageLoaded(Image(code, otherPng));
+    know(barcode);
+    request(otherCode);
+    connector->onImageLoaded(Image(barcode, png));
     EXPECT_EQ(log.textsOf("viewconnector"), QStringList());
 }
 

@@ -212,10 +212,23 @@ TEST_F(Init, Images_are_followed_only_if_they_are_to_be_shown)
     }
 }
 
+TEST_F(Init, The_store_of_pictures_is_not_made_if_none_are_to_be_shown)
+{
+    Singleton<ImageDao>::replace(nullptr);
+    RecordingConnector fresh;
+    fresh.init();
+    EXPECT_EQ(Singleton<ImageDao>::replace(nullptr), nullptr);
+}
+
 TEST_F(Init, A_loaded_image_is_brought_to_the_plugin)
 {
+    const Image image(ImageId(ImageId::GoodsCode, "100"), "content");
     host.config().setValue("View.Style:showImages", true);
     connector->init();
+    connector->addAwaitingLoadImage(image, image);
+    connector->takeSent();
+    Q_EMIT images->imageLoaded(image);
+    EXPECT_EQ(connector->takeSent().size(), 1);
     EXPECT_EQ(images->followers(), 1);
     connector.reset();
     EXPECT_EQ(images->followers(), 0);

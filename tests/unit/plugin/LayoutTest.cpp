@@ -90,6 +90,25 @@ TEST(PluginVirtualTable, Its_operations_have_these_types)
     EXPECT_EQ(vtableSlot(&ProbedConnector::onDocumentModified), -1);
     EXPECT_EQ(vtableSlot(&ProbedConnector::getDocumentPayload), -1);
     EXPECT_EQ(vtableSlot(&ProbedConnector::readConfigurationPayload), -1);
+    static_assert(std::is_same_v<decltype(&ProbedConnector::addAwaitingLoadImage),
+                                 void (ViewConnector::*)(const ImageId &, const ImageId &)>);
+    static_assert(std::is_same_v<decltype(&ProbedConnector::isAwaitingLoadImage),
+                                 bool (ViewConnector::*)(const ImageId &) const>);
+    static_assert(std::is_same_v<decltype(&ProbedConnector::getAwaitingLoadImage),
+                                 ImageId (ViewConnector::*)(const ImageId &)>);
+    static_assert(std::is_same_v<decltype(&ProbedConnector::asyncGetAdsStream),
+                                 void (ViewConnector::*)(const QUrl &) const>);
+    static_assert(
+        std::is_same_v<decltype(&ViewConnector::requestReceived),
+                       void (ViewConnector::*)(const RequestHeader &, const QByteArray &)>);
+    static_assert(std::is_same_v<decltype(&ViewConnector::onImageLoaded),
+                                 void (ViewConnector::*)(const Image &)>);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::addAwaitingLoadImage), -1);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::isAwaitingLoadImage), -1);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::getAwaitingLoadImage), -1);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::asyncGetAdsStream), -1);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::onAdsStreamConnectFinished), -1);
+    EXPECT_EQ(vtableSlot(&ProbedConnector::onAdsStreamConnectErrorOccurred), -1);
     EXPECT_EQ(vtableSlot(&ViewConnector::requestReceived), -1);
     EXPECT_EQ(vtableSlot(&ViewConnector::onImageLoaded), -1);
 }

@@ -157,4 +157,16 @@ TEST_F(Restart, A_message_queued_between_end_and_start_is_sent_after_the_start)
     EXPECT_TRUE(display.paths().contains("/content"));
 }
 
+TEST_F(Restart, The_timetable_is_played_from_its_first_advertisement_again)
+{
+    host.config().setValue("View.ADTimetable.a:index", 1);
+    host.config().setValue("View.ADTimetable.b:index", 2);
+    connector.init();
+    connector.processAdResult({{"value", true}});
+    ASSERT_EQ(connector.currentAd, 1);
+    restart();
+    EXPECT_EQ(connector.currentAd, 0);
+    EXPECT_EQ(connector.adTimetable.size(), 2);
+}
+
 } // namespace
