@@ -69,7 +69,7 @@ void HttpDaemon::start(int port)
         return;
     }
 
-    // clang-format off: an option a line
+    // clang-format off
     m_handle.reset(MHD_start_daemon(
         MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr, &Callbacks::onRequest, this,
         MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK, &Callbacks::onUri, this,

@@ -7,6 +7,7 @@
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -53,6 +54,7 @@ ssl::PrivateKey ssl::PrivateKey::fromDer(const QByteArray &der)
 
 QByteArray ssl::PrivateKey::der() const
 {
+    const ErrorQueue errors;
     const Pkcs8 info(isValid() ? EVP_PKEY2PKCS8(m_key.get()) : nullptr);
     if (!info)
         return {};

@@ -6,6 +6,8 @@
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 
+#include <algorithm>
+
 namespace {
 
 /// What stands before the coordinates: SEQUENCE { SEQUENCE { id-ecPublicKey, prime256v1 }, BIT
@@ -41,6 +43,7 @@ QByteArray ssl::PublicKey::der() const
 {
     if (!isValid())
         return {};
+    const ErrorQueue errors;
     unsigned char *bytes = nullptr;
     const int size = i2d_PUBKEY(m_key.get(), &bytes);
     QByteArray der(reinterpret_cast<const char *>(bytes), std::max(size, 0));

@@ -160,6 +160,8 @@ TEST_P(FaultyAdService, Costs_a_line_or_two_in_the_log_and_the_timetable_goes_on
     const auto service = startService({"--fault", GetParam().name});
     const auto cashRegister = startRegister(settings(serviceSettings()));
     EXPECT_TRUE(waitForShown({"a", "b"})) << shown().join(' ').toStdString();
+    EXPECT_TRUE(support::waitFor(
+        [&] { return cashRegister->errors().count(" ERROR ") >= GetParam().lines.size(); }));
     const QByteArray log = cashRegister->errors();
     EXPECT_EQ(log.count(" ERROR "), GetParam().lines.size()) << log.toStdString();
     qsizetype from = 0;
