@@ -3,7 +3,7 @@
 
 #include "ProgramFixture.h"
 
-#include <HttpServer.h>
+#include <support/OwnLoopback.h>
 
 #include <csignal>
 
@@ -13,17 +13,12 @@ namespace {
 const QByteArray png = QByteArray::fromBase64(
     "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC");
 
-int freePort()
-{
-    return HttpServer(0, HttpServerOptions()).port();
-}
-
 class Advertising : public ProgramFixture
 {
 protected:
     Advertising()
     {
-        pluginPort = freePort();
+        pluginUrl = "http://" + support::ownLoopbackAddress() + ":38081";
         write("a.png", png);
         write("b.png", png);
     }
@@ -32,15 +27,15 @@ protected:
     QString settings(const QByteArray &more = {}) const
     {
         const QByteArray folderUrl = "file://" + folder.path().toUtf8() + "/";
-        return write(
-            "shop.toml",
-            "[HttpServer]\nguard = true\n[View.Style]\nshowImages = true\n[ViewConnector]\nport "
-            "= " +
-                QByteArray::number(pluginPort) +
-                "\ninterval = 20\nserver = \"http://127.0.0.1:" + QByteArray::number(displayPort) +
-                "\"\n[View.ADTimetable.a]\nindex = 1\ntime = 1\nurl = \"" + folderUrl +
-                "a.png\"\n[View.ADTimetable.b]\nindex = 2\ntime = 1\nurl = \"" + folderUrl +
-                "b.png\"\n" + more);
+        return write("shop.toml",
+                     "[HttpServer]\nguard = true\naddress = \"" +
+                         support::ownLoopbackAddress().toUtf8() +
+                         "\"\n[View.Style]\nshowImages = true\n[ViewConnector]\ninterval = "
+                         "20\nserver = \"http://127.0.0.1:" +
+                         QByteArray::number(displayPort) +
+                         "\"\n[View.ADTimetable.a]\nindex = 1\ntime = 1\nurl = \"" + folderUrl +
+                         "a.png\"\n[View.ADTimetable.b]\nindex = 2\ntime = 1\nurl = \"" +
+                         folderUrl + "b.png\"\n" + more);
     }
 
     QByteArray serviceSettings() const

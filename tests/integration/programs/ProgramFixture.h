@@ -60,10 +60,10 @@ protected:
     /// A display that listens; its address is its first line.
     ProcessPtr startDisplay(int port = 0)
     {
-        auto display = std::make_unique<Process>(
-            QStringLiteral(DISPLAY_PROGRAM),
-            QStringList{"--port", QString::number(port), "--record", path("record.jsonl"),
-                        "--plugin-url", QString("http://127.0.0.1:%1").arg(pluginPort)});
+        auto display =
+            std::make_unique<Process>(QStringLiteral(DISPLAY_PROGRAM),
+                                      QStringList{"--port", QString::number(port), "--record",
+                                                  path("record.jsonl"), "--plugin-url", pluginUrl});
         EXPECT_TRUE(display->waitForOutputLines(1)) << display->errors().toStdString();
         const QRegularExpression address("^Display at http://127.0.0.1:(\\d+), ");
         displayPort = address.match(QString(display->outputLines().value(0))).captured(1).toInt();
@@ -80,6 +80,6 @@ protected:
     }
 
     QTemporaryDir folder;
-    int displayPort = 0; // of the display that was started last
-    int pluginPort = 1;  // where it looks for the plug-in; nobody is there unless the test says so
+    int displayPort = 0;                      // of the display that was started last
+    QString pluginUrl = "http://127.0.0.1:1"; // where it looks for the plug-in: nobody is there
 };

@@ -1,5 +1,4 @@
-#include <HttpServer.h>
-
+#include <support/OwnLoopback.h>
 #include <support/Wait.h>
 
 #include <QJsonArray>
@@ -39,7 +38,7 @@ protected:
     {
         display.start(QStringLiteral(DISPLAY_PROGRAM),
                       {"--port", QString::number(port), "--record", path("record.jsonl"),
-                       "--plugin-url", QString("http://127.0.0.1:%1").arg(pluginPort)});
+                       "--plugin-url", "http://" + pluginAddress + ":38081"});
         return portOf(display, output);
     }
 
@@ -98,13 +97,15 @@ protected:
         file.write(content);
     }
 
-    /// The sample settings with the ports of this test. Without an ad service nobody is there.
+    /// The sample settings with this test's address of the plug-in and ports of the others. Without
+    /// an ad service nobody is at its port.
     QString sampleConfig(int displayPort, int adPort = 1)
     {
         auto config = QString::fromUtf8(read(QStringLiteral(DEMO "/shop.toml")));
         config.replace(QStringLiteral("127.0.0.1:38080"),
                        QStringLiteral("127.0.0.1:%1").arg(displayPort));
-        config.replace(QStringLiteral("38081"), QString::number(pluginPort));
+        config.replace(QStringLiteral("[HttpServer]"),
+                       QStringLiteral("[HttpServer]\naddress = \"%1\"").arg(pluginAddress));
         config.replace(QStringLiteral("38083"), QString::number(adPort));
         config.replace(QStringLiteral("goods.toml"), QStringLiteral(DEMO "/goods.toml"));
         write(path("shop.toml"), config.toUtf8());
@@ -141,7 +142,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    int pluginPort = HttpServer(0, HttpServerOptions()).port(); // a free one
+    QString pluginAddress = support::ownLoopbackAddress();
     QProcess display;
     QProcess adService;
     QProcess cashRegister;
@@ -194,7 +195,7 @@ TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
 
 TEST_F(Shop, Works_without_any_settings_on_the_default_ports)
 {
-    pluginPort = 38081;
+    pluginAddress = "127.0.0.1";
     ASSERT_EQ(startDisplay(38080), 38080) << "is port 38080 in use?";
     write(path("empty.toml"), {});
     write(path("commands.jsonl"), R"({"do":"wait","ms":300}

@@ -4,6 +4,8 @@
 
 #include "../view/ProbedClient.h"
 
+#include <support/OwnLoopback.h>
+
 #include <QSet>
 
 namespace {
@@ -158,10 +160,7 @@ TEST_F(Init, The_server_listens_on_the_port_of_the_settings)
 TEST_F(Init, Without_settings_the_server_listens_on_38081)
 {
     host.config().setValue("ViewConnector:port", QVariant());
-    // On a loopback address of this process, so that nobody else has that port.
-    const auto pid = QCoreApplication::applicationPid();
-    const auto address =
-        QString("127.%1.%2.%3").arg(1 + pid / 65536 % 254).arg(pid / 256 % 256).arg(pid % 256);
+    const auto address = support::ownLoopbackAddress(); // nobody else has that port there
     host.config().setValue("HttpServer:address", address);
     connector->init();
     EXPECT_TRUE(connector->server->isListening());
