@@ -235,6 +235,18 @@ TEST_F(AdCycle, A_list_that_became_shorter_is_played_from_its_first)
     }
 }
 
+TEST_F(AdCycle, A_failure_when_the_list_became_as_short_as_its_index_removes_nothing)
+{
+    play({ad("1"), ad("2"), ad("3")});
+    report(true);
+    report(true);
+    connector->adTimetable = {ad("new"), ad("newer")};
+    connector->takeSent();
+    report(false);
+    EXPECT_EQ(sent(), QStringList{"new"});
+    EXPECT_EQ(connector->adTimetable.size(), 2);
+}
+
 TEST_F(AdCycle, The_display_drives_it_by_its_results)
 {
     host.config().setValue("View.ADTimetable.a:index", 1);

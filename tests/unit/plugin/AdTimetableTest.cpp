@@ -57,6 +57,13 @@ TEST_F(AdTimetable, What_is_missing_takes_its_default)
     EXPECT_EQ(read(), QList<QVariant>{entry("bare", 0, "", 60)});
 }
 
+TEST_F(AdTimetable, A_group_without_keys_is_an_entry_too)
+{
+    set("empty", "url", "x");
+    set("empty", "url", {});
+    EXPECT_EQ(read(), QList<QVariant>{entry("empty", 0, "", 60)});
+}
+
 TEST_F(AdTimetable, A_time_below_one_is_one)
 {
     const std::pair<QVariant, int> rows[] = {{0, 1},      {-5, 1},  {1, 1},      {2, 2},
