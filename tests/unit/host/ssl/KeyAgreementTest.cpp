@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <openssl/ec.h>
+#include <openssl/err.h>
+#include <openssl/evp.h>
+
 #include <stdexcept>
 
 namespace {
@@ -74,4 +78,20 @@ TEST(KeyAgreement, There_is_no_key_without_two_valid_ones)
     const auto [privateKey, publicKey] = ssl::generateKeyPairEC();
     EXPECT_THROW(ssl::deriveKey(ssl::PrivateKey(), publicKey), std::runtime_error);
     EXPECT_THROW(ssl::deriveKey(privateKey, ssl::PublicKey()), std::runtime_error);
+}
+
+TEST(KeyAgreement, There_is_no_key_with_a_peer_on_another_curve_and_no_error_is_left_behind)
+{
+    ERR_clear_error();
+    const auto [privateKey, publicKey] = ssl::generateKeyPairEC();
+    const ssl::PublicKey peer(ssl::EvpPkey(EVP_EC_gen("P-384")));
+    EXPECT_THROW(ssl::deriveKey(privateKey, peer), std::runtime_error);
+    EXPECT_EQ(ERR_peek_error(), 0U);
+}
+
+TEST(KeyAgreement, There_is_no_key_that_is_shorter_than_it_has_to_be)
+{
+    const ssl::PrivateKey own(ssl::EvpPkey(EVP_EC_gen("P-224")));
+    const ssl::PublicKey peer(ssl::EvpPkey(EVP_EC_gen("P-224")));
+    EXPECT_THROW(ssl::deriveKey(own, peer), std::runtime_error);
 }
