@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 using support::ScriptedAnswer;
 
 const QByteArray png = QByteArray::fromHex("89504e470d0a1a0a0000000d49484452");
+const QString dataAddress = "data:image/png;base64," + png.toBase64();
 
 ScriptedAnswer ok(const QByteArray &body)
 {
@@ -68,6 +69,7 @@ protected:
 
 TEST_F(AdPlayerTest, A_picture_is_shown_for_its_time)
 {
+    EXPECT_FALSE(outcomeOf("nonsense")); // leaves a reason behind
     server.answer(ok(png));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(outcomeOf(address()));
@@ -128,7 +130,13 @@ TEST_F(AdPlayerTest, A_file_and_a_data_address_are_shown)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(png) > 0);
     file.close();
     EXPECT_TRUE(outcomeOf("file://" + file.fileName()));
-    EXPECT_TRUE(outcomeOf("data:image/png;base64," + png.toBase64()));
+    EXPECT_TRUE(outcomeOf(dataAddress));
+}
+
+TEST_F(AdPlayerTest, A_film_of_64_MiB_is_shown)
+{
+    server.answer(ok(png + QByteArray(67'108'864 - png.size(), 'x')));
+    EXPECT_TRUE(outcomeOf(address())) << player.reason().toStdString();
 }
 
 TEST_F(AdPlayerTest, A_content_without_an_end_has_failed)
@@ -154,6 +162,25 @@ TEST_F(AdPlayerTest, Of_one_that_another_takes_the_place_of_nothing_is_reported)
     support::letPass(500ms);
     EXPECT_EQ(finished.size(), 1);
     EXPECT_EQ(server.requests().constLast().path, server.url("/last").path().toLatin1());
+}
+
+TEST_F(AdPlayerTest, A_time_below_a_second_is_a_second)
+{
+    for (const int seconds : {0, -5}) {
+        QSignalSpy finished(&player, &AdPlayer::finished);
+        const auto start = std::chrono::steady_clock::now();
+        play(dataAddress, seconds);
+        ASSERT_TRUE(support::waitFor([&] { return !finished.isEmpty(); }));
+        EXPECT_GE(std::chrono::steady_clock::now() - start, 900ms);
+    }
+}
+
+TEST_F(AdPlayerTest, A_time_beyond_what_a_timer_takes_is_not_cut_to_a_short_one)
+{
+    QSignalSpy finished(&player, &AdPlayer::finished);
+    play(dataAddress, 4'294'968); // in milliseconds 704 more than 32 bits hold
+    support::letPass(1000ms);
+    EXPECT_TRUE(finished.isEmpty());
 }
 
 TEST_F(AdPlayerTest, A_stream_is_fetched_by_number_and_key_and_counted_by_pictures)
@@ -182,11 +209,52 @@ TEST_F(AdPlayerTest, A_stream_goes_on_beyond_the_time_of_a_picture)
     EXPECT_FALSE(finished.constFirst().constFirst().toBool());
 }
 
+TEST_F(AdPlayerTest, A_stream_is_not_ended_by_the_time_of_the_picture_before)
+{
+    auto answer = stream({});
+    answer.repeated = streamPart(png);
+    answer.pause = 50ms;
+    server.answer(answer);
+    QSignalSpy finished(&player, &AdPlayer::finished);
+    play(dataAddress);
+    support::letPass(100ms);
+    play(streamAddress());
+    ASSERT_TRUE(support::waitFor([&] { return player.streamPictures() >= 25; }));
+    EXPECT_TRUE(finished.isEmpty());
+}
+
+TEST_F(AdPlayerTest, A_picture_is_not_ended_by_the_silence_of_the_stream_before)
+{
+    server.answer(stream(streamPart(png)));
+    play(streamAddress());
+    ASSERT_TRUE(support::waitFor([&] { return player.streamPictures() == 1; }));
+    EXPECT_TRUE(outcomeOf(dataAddress)) << player.reason().toStdString();
+}
+
+TEST_F(AdPlayerTest, A_stream_starts_anew_where_another_broke_off_in_a_picture)
+{
+    server.answer(stream(streamPart(png) + streamPart(png).chopped(5)));
+    play(streamAddress());
+    ASSERT_TRUE(support::waitFor([&] { return player.streamPictures() == 1; }));
+    play(streamAddress());
+    EXPECT_TRUE(support::waitFor([&] { return player.streamPictures() == 2; }));
+}
+
 TEST_F(AdPlayerTest, A_stream_that_stalls_has_failed)
 {
     server.answer(stream(streamPart(png)));
     EXPECT_FALSE(outcomeOf(streamAddress()));
     EXPECT_EQ(player.streamPictures(), 1);
+}
+
+TEST_F(AdPlayerTest, A_stream_that_has_failed_is_not_reported_again_for_its_silence)
+{
+    server.answer(ok(png));
+    QSignalSpy finished(&player, &AdPlayer::finished);
+    play(streamAddress());
+    ASSERT_TRUE(support::waitFor([&] { return !finished.isEmpty(); }));
+    support::letPass(500ms);
+    EXPECT_EQ(finished.size(), 1);
 }
 
 TEST_F(AdPlayerTest, A_stream_that_only_drips_has_failed)
