@@ -3,11 +3,14 @@
 #include <display/PluginLink.h>
 
 #include <support/LogCapture.h>
+#include <support/OutputCapture.h>
 #include <support/PrintQt.h>
 #include <support/ScriptedServer.h>
 #include <support/Wait.h>
 
 #include <gtest/gtest.h>
+
+#include <chrono>
 
 namespace {
 
@@ -51,11 +54,13 @@ TEST_F(AdvertisingTest, One_that_could_not_be_loaded_is_reported)
     EXPECT_EQ(advertising.failed(), 1);
 }
 
-TEST_F(AdvertisingTest, A_report_that_is_not_accepted_is_made_again_until_it_is)
+TEST_F(AdvertisingTest, A_report_that_is_not_accepted_is_made_again_every_second_until_it_is)
 {
     plugin.answerNext({ScriptedAnswer::status(503), ScriptedAnswer::status(503)});
+    const auto start = std::chrono::steady_clock::now();
     advertising.play({{"url", ""}, {"time", 1}});
     ASSERT_TRUE(waitForReports(3));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(6)); // two pauses
     support::letPass(std::chrono::milliseconds(1200));
     EXPECT_EQ(plugin.requestCount(), 3);
 }
@@ -69,4 +74,17 @@ TEST_F(AdvertisingTest, A_report_is_given_up_when_another_advertisement_comes)
     advertising.play({{"url", picture}, {"time", 60}});
     support::letPass(std::chrono::milliseconds(1300));
     EXPECT_EQ(plugin.requestCount(), 1);
+}
+
+TEST_F(AdvertisingTest, How_each_fared_is_printed_with_its_address)
+{
+    const auto outcomeOf = [&](const QString &url) {
+        return QString::fromUtf8(support::outputOf(stdout, [&] {
+            const auto before = plugin.requestCount();
+            advertising.play({{"url", url}, {"time", 1}});
+            waitForReports(before + 1);
+        }));
+    };
+    EXPECT_TRUE(outcomeOf(picture).endsWith("shown: " + picture + '\n'));
+    EXPECT_TRUE(outcomeOf("data:,text").endsWith("neither a picture nor a film: data:,text\n"));
 }
