@@ -76,6 +76,29 @@ TEST_F(PluginLinkTest, Beyond_a_thousand_that_wait_the_next_is_given_up_at_once)
     EXPECT_EQ(outcomes, QList{false});
 }
 
+TEST_F(PluginLinkTest, What_was_given_up_is_not_made_and_those_that_follow_the_thousand_are)
+{
+    PluginLink link(plugin.url());
+    for (int i = 0; i < 1001; ++i)
+        send(link, {});
+    ASSERT_TRUE(support::waitFor([&] { return outcomes.size() >= 1001; }));
+    EXPECT_EQ(plugin.requestCount(), 1000);
+    send(link, {{"n", 1}});
+    ASSERT_TRUE(support::waitFor([&] { return outcomes.size() > 1001; }));
+    EXPECT_TRUE(outcomes.constLast());
+    EXPECT_EQ(plugin.requests().constLast().body, R"({"n":1})");
+}
+
+TEST_F(PluginLinkTest, An_answer_within_two_seconds_is_waited_for_and_a_later_one_is_not)
+{
+    plugin.answerNext({ScriptedAnswer::slow(1500ms), ScriptedAnswer::slow(2500ms)});
+    PluginLink link(plugin.url());
+    send(link, {});
+    send(link, {});
+    ASSERT_TRUE(support::waitFor([&] { return outcomes.size() == 2; }));
+    EXPECT_EQ(outcomes, (QList{true, false}));
+}
+
 TEST_F(PluginLinkTest, It_ends_after_the_post_under_way_although_many_wait)
 {
     plugin.answer(ScriptedAnswer::blackHole());
@@ -97,5 +120,6 @@ TEST_F(PluginLinkTest, The_log_says_once_that_the_plugin_is_away)
     for (int i = 0; i < 5; ++i)
         send(link, {});
     ASSERT_TRUE(support::waitFor([&] { return outcomes.size() == 5; }));
-    EXPECT_EQ(log.textsOf("display").size(), 1);
+    ASSERT_EQ(log.textsOf("display").size(), 1);
+    EXPECT_TRUE(log.textsOf("display").constFirst().contains(plugin.url().toString()));
 }
