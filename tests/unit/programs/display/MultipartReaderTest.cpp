@@ -39,7 +39,8 @@ TEST(MultipartReader, Knows_the_boundary_in_every_way_it_is_written)
 {
     for (const char *contentType :
          {"multipart/x-mixed-replace;boundary=frame", "Multipart/Mixed; Boundary=\"frame\"",
-          "multipart/x-mixed-replace; charset=x; boundary=frame; more=1"}) {
+          "multipart/x-mixed-replace; charset=x; boundary=frame; more=1",
+          "multipart/x-mixed-replace; boundary=frame ; more=1"}) {
         MultipartReader reader(contentType);
         EXPECT_EQ(reader.feed(part("x")), QList<QByteArray>{"x"}) << contentType;
     }
@@ -78,12 +79,15 @@ TEST(MultipartReader, Fails_for_good_on_what_is_no_part)
     }
 }
 
-TEST(MultipartReader, Fails_on_a_header_without_an_end)
+TEST(MultipartReader, Fails_for_good_on_a_header_of_more_than_8_KiB)
 {
     MultipartReader reader(type);
-    reader.feed("--frame\r\n");
+    const QByteArray start = "--frame\r\nContent-Length: 1\r\nLong: ";
+    reader.feed(start + QByteArray(8192 - start.size(), 'x'));
     EXPECT_FALSE(reader.hasFailed());
-    reader.feed(QByteArray(8192, 'x'));
+    reader.feed("x");
+    EXPECT_TRUE(reader.hasFailed());
+    EXPECT_TRUE(reader.feed("\r\n\r\nx").isEmpty());
     EXPECT_TRUE(reader.hasFailed());
 }
 
