@@ -98,7 +98,11 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
             delete network;
     });
 
-    reply->setReadBufferSize(maxAnswerBytes + 1);
+    // Qt's network thread reads ahead without a limit unless it is told one, which it can be only
+    // once the request has started: in an event that was queued before this one. It has to be above
+    // the limit of the answer, so that going beyond that is seen here.
+    QMetaObject::invokeMethod(
+        reply, [reply] { reply->setReadBufferSize(2 * maxAnswerBytes); }, Qt::QueuedConnection);
     connect(reply, &QIODevice::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > maxAnswerBytes)
             reply->abort();
