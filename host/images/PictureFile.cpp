@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -46,8 +47,11 @@ PictureFile readPictureFile(const QString &fileName)
     if (descriptor < 0)
         return unreadable(qt_error_string(errno));
     QFile file;
-    file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
-              QFileDevice::AutoCloseHandle);
+    if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                   QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return unreadable(file.errorString());
+    }
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return problem(QStringLiteral("это не файл"));

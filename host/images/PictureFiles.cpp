@@ -62,9 +62,11 @@ void PictureFiles::onChanged(const QString &fileName)
     if (QFileInfo::exists(fileName))
         return m_loader.load(fileName);
     m_pictures.remove(fileName);
-    auto &file = m_files[fileName];
-    file.digest.clear();
-    file.isBroken = false;
+    const auto file = m_files.find(fileName);
+    if (file == m_files.end())
+        return; // nobody's picture any more
+    file->digest.clear();
+    file->isBroken = false;
 }
 
 void PictureFiles::onLoaded(const QString &fileName, const PictureFile &picture)

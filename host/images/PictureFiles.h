@@ -12,8 +12,8 @@
 #include <QSet>
 #include <QString>
 
-/// Addresses of pictures that are kept, in bytes: thousands of usual pictures of goods, three of
-/// the largest.
+/// Pictures that are kept, in bytes of their files: thousands of usual pictures of goods, eight of
+/// the largest. As addresses, which is what is kept of them, they take 8/3 of that.
 inline constexpr qsizetype maxCachedPictureBytes = 64 * 1024 * 1024;
 
 /**

@@ -20,7 +20,7 @@ using Phase = HttpConnections::Phase;
 constexpr std::chrono::milliseconds sweepInterval = 100ms; // how late a deadline may be noticed
 constexpr std::chrono::milliseconds untilSomethingHappens = -1ms;
 /// Beyond the limit: connections that are being closed to make room.
-constexpr int connectionReserve = 16;
+constexpr unsigned connectionReserve = 16;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
 /// the answer beside that of the request.
 constexpr std::size_t poolPerHeaderByte = 2;
@@ -75,7 +75,7 @@ void HttpDaemon::start(int port)
         MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK, &Callbacks::onUri, this,
         MHD_OPTION_NOTIFY_COMPLETED, &Callbacks::onCompleted, this, MHD_OPTION_NOTIFY_CONNECTION,
         &Callbacks::onConnection, this, MHD_OPTION_CONNECTION_LIMIT,
-        static_cast<unsigned>(m_options.maxConnections + connectionReserve),
+        static_cast<unsigned>(m_options.maxConnections) + connectionReserve,
         MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(m_options.idleTimeout.count()),
         MHD_OPTION_CONNECTION_MEMORY_LIMIT,
         static_cast<std::size_t>(m_options.maxHeaderBytes) * poolPerHeaderByte + poolReserveBytes,

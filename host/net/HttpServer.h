@@ -24,7 +24,7 @@ class HttpDaemon;
  * unambiguous HTTP request, or is beyond the limits of the options, is answered 4xx or its
  * connection is closed, and never delivered; a request that nobody answers is answered 503.
  * Shut-down: the destructor closes the connections and frees the port before it returns; what still
- * waits gets no answer. Not to be destroyed within a slot connected to `requestReceived`.
+ * waits gets 503 or no answer. Not to be destroyed within a slot connected to `requestReceived`.
  */
 class HOST_EXPORT HttpServer : public QObject
 {

@@ -11,6 +11,8 @@ using namespace std::chrono_literals;
 
 constexpr auto maxTime = 24h;                  // a timer takes no more than some weeks
 constexpr qint64 maxContentBytes = 67'108'864; // 64 MiB, a film of a minute
+/// What Qt's network thread may read ahead: more than the limit, so that going beyond that is seen.
+constexpr qint64 readAheadBytes = 2 * maxContentBytes;
 
 bool isStream(const QUrl &url)
 {
@@ -82,7 +84,11 @@ void AdPlayer::play(const QJsonObject &ad)
 
 void AdPlayer::fetch(const QUrl &address)
 {
-    m_reply.reset(m_network.get(QNetworkRequest(address)));
+    auto *const reply = m_network.get(QNetworkRequest(address));
+    m_reply.reset(reply);
+    // Passed on to the network thread only once the request has started, in an event queued before.
+    QMetaObject::invokeMethod(
+        reply, [reply] { reply->setReadBufferSize(readAheadBytes); }, Qt::QueuedConnection);
 }
 
 void AdPlayer::checkSize()
@@ -105,8 +111,10 @@ void AdPlayer::showContent()
 void AdPlayer::readStream()
 {
     constexpr int ok = 200;
-    if (m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != ok)
-        return; // the text of a refusal, which is finished soon
+    if (m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != ok) {
+        m_reply->skip(m_reply->bytesAvailable()); // the text of a refusal, which ends soon
+        return;
+    }
     if (!m_stream)
         m_stream.emplace(m_reply->rawHeader("Content-Type"));
     const auto pictures = m_stream->feed(m_reply->readAll());

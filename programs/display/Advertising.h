@@ -10,9 +10,11 @@ class PluginLink;
 /**
  * The display's advertising: plays what the register shows and reports each result, which makes the
  * register show the next one. A result that does not reach the plug-in is sent again every second,
- * until it does or another advertisement comes.
+ * until it does or another advertisement comes. One that arrived although its answer was lost is
+ * then reported twice.
  *
- * Owner: the display. Thread: the main thread.
+ * Owner: the display. Thread: the main thread. Errors: an advertisement that cannot be played is
+ * reported as such. Shut-down: the destructor drops what is being played; nothing is reported then.
  */
 class Advertising : public QObject
 {

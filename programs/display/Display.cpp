@@ -11,11 +11,13 @@
 namespace {
 
 constexpr qint64 maxBodyBytes = 33'554'432; // 32 MiB: a picture as a "data:" URI fits
+constexpr int maxConnections = 32;          // the register needs one, and each may hold a body
 
 HttpServerOptions serverOptions()
 {
     HttpServerOptions options;
     options.maxBodyBytes = maxBodyBytes;
+    options.maxConnections = maxConnections;
     return options;
 }
 

@@ -21,6 +21,7 @@
  * Owner: main. Thread: the main thread.
  * Errors: the constructor throws UsageError if the record cannot be written; `isListening` tells
  * whether the port could be bound.
+ * Shut-down: the destructor waits for the request to the plug-in that is under way.
  */
 class Display : public QObject
 {

@@ -10,7 +10,8 @@
  * Each picture is asked for once a receipt, since the plug-in sends it again by itself when it
  * changes, but only for as long as that receipt is the current one.
  *
- * Owner: the display. Thread: the main thread.
+ * Owner: the display. Thread: the main thread. Errors: what is no receipt asks for nothing. A value
+ * type.
  */
 class Pictures
 {

@@ -8,7 +8,6 @@
 #include <QUrl>
 
 #include <functional>
-#include <memory>
 
 /**
  * Posts the display's requests to the plug-in, one at a time, in their order.
