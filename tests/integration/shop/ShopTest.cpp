@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTcpServer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -50,6 +51,13 @@ protected:
                          "5000", "--stream-seconds", "4"});
         QString printed;
         return portOf(adService, printed);
+    }
+
+    /// A connection of another test that had this port as its own end keeps it for a minute.
+    static bool waitUntilFree(quint16 port)
+    {
+        return support::waitFor([&] { return QTcpServer().listen(QHostAddress::LocalHost, port); },
+                                70s);
     }
 
     /// The port of the address in what a server prints first; 0 if it does not say one.
@@ -196,6 +204,7 @@ TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
 TEST_F(Shop, Works_without_any_settings_on_the_default_ports)
 {
     pluginAddress = "127.0.0.1";
+    ASSERT_TRUE(waitUntilFree(38080) && waitUntilFree(38081));
     ASSERT_EQ(startDisplay(38080), 38080) << "is port 38080 in use?";
     write(path("empty.toml"), {});
     write(path("commands.jsonl"), R"({"do":"wait","ms":300}
