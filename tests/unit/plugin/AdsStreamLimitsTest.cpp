@@ -13,7 +13,7 @@ const QStringList givenUp{"Ошибка подключения к сервису
 constexpr qsizetype maxAnswerBytes = 1'048'576;
 /// What may be on its way when the answer is given up: in sockets, and what Qt's network thread has
 /// read before it heard of its limit.
-constexpr qint64 heldBytes = 128'000'000;
+constexpr qint64 heldBytes = 64'000'000;
 
 /// An answer whose body, the tag included, is as long as that.
 AdAnswer answerOf(qsizetype bodySize)

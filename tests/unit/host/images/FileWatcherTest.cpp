@@ -179,15 +179,26 @@ TEST_F(FileWatcherTest, Tells_once_of_a_file_that_is_written_bit_by_bit)
     watchFile();
     QFile writer(file);
     ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    QElapsedTimer written;
-    for (int part = 0; part < 10; ++part) {
-        EXPECT_EQ(writer.write("part"), 4);
-        written.start();
-        support::letPass(40ms);
-        if (written.elapsed() > 80)
-            GTEST_SKIP() << "this machine is too busy to write steadily";
-        EXPECT_EQ(changed, QStringList());
+    // Parts that follow each other late are changes of their own: on a busy machine it takes tries.
+    const auto writeSteadily = [&] {
+        for (int part = 0; part < 10; ++part) {
+            EXPECT_EQ(writer.write("part"), 4);
+            QElapsedTimer written;
+            written.start();
+            support::letPass(40ms);
+            if (written.elapsed() > 80)
+                return false;
+            EXPECT_EQ(changed, QStringList());
+        }
+        return true;
+    };
+    bool wasSteady = writeSteadily();
+    for (int tries = 1; tries < 30 && !wasSteady; ++tries) {
+        support::letPass(500ms);
+        changed.clear();
+        wasSteady = writeSteadily();
     }
+    ASSERT_TRUE(wasSteady) << "this machine is too busy to write steadily";
     EXPECT_EQ(changes(), QStringList(file));
 }
 
