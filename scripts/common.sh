@@ -4,10 +4,16 @@
 # What is needed to build and run, by the names of Debian 12.
 build_packages=(
     g++ cmake ninja-build ccache pkg-config
-    qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libtomlplusplus-dev
+    qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libqrencode-dev
+    libtomlplusplus-dev
 )
 # What the tests need besides.
-test_packages=(libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography)
+test_packages=(
+    libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography
+    chromium fonts-dejavu-core zbar-tools
+)
+# A Node.js that is there already may have come from elsewhere, with an npm of its own.
+command -v node npm >/dev/null || test_packages+=(nodejs npm)
 
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 

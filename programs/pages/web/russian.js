@@ -1,0 +1,32 @@
+// Money and numbers as they are written in Russian.
+
+const money = new Intl.NumberFormat('ru-RU', { minimumFractionDigits: 2, maximumFractionDigits: 2 });
+const plain = new Intl.NumberFormat('ru-RU', { maximumFractionDigits: 3 });
+
+/** A finite number, whatever a message held. */
+export function toNumber(value) {
+  const number = typeof value === 'number' ? value : Number.parseFloat(value);
+  return Number.isFinite(number) ? number : 0;
+}
+
+/** 123450 kopecks are "1 234,50 ₽", with spaces that do not break. */
+export function roubles(kopecks) {
+  return `${money.format(toNumber(kopecks) / 100)}\u00a0₽`;
+}
+
+/** 0.734 is "0,734". */
+export function quantity(value) {
+  return plain.format(toNumber(value));
+}
+
+/** A number with this many digits after the comma. */
+export function fixed(value, digits) {
+  return new Intl.NumberFormat('ru-RU', { minimumFractionDigits: digits, maximumFractionDigits: digits })
+    .format(toNumber(value));
+}
+
+/** The form of a word that goes with a number: plural(5, ['товар', 'товара', 'товаров']). */
+export function plural(count, [one, few, many]) {
+  const forms = { one, few };
+  return forms[new Intl.PluralRules('ru-RU').select(count)] ?? many;
+}
