@@ -67,12 +67,18 @@ void HttpConnections::cutOverdue()
 {
     const auto now = Clock::now();
     for (auto &[connection, entry] : m_entries) {
-        if (entry.phase == Phase::Waiting || entry.phase == Phase::Cut || now < entry.deadline)
+        if (!hasDeadline(entry.phase) || now < entry.deadline)
             continue;
         m_refusals.note(HttpRefusals::Kind::Deadline,
                         QStringLiteral("соединение закрыто: срок истёк"));
         cut(entry, isIncomplete(entry.phase) ? "408 Request Timeout" : nullptr);
     }
+}
+
+bool HttpConnections::haveDeadlines() const
+{
+    return std::any_of(m_entries.cbegin(), m_entries.cend(),
+                       [](const auto &each) { return hasDeadline(each.second.phase); });
 }
 
 void HttpConnections::cut(MHD_Connection *connection, const char *status)
@@ -114,6 +120,11 @@ void HttpConnections::cut(Entry &entry, const char *status)
     entry.phase = Phase::Cut;
 }
 
+bool HttpConnections::hasDeadline(Phase phase)
+{
+    return isIncomplete(phase) || phase == Phase::Answer;
+}
+
 HttpConnections::Clock::duration HttpConnections::allowed(Phase phase) const
 {
     switch (phase) {
@@ -124,6 +135,7 @@ HttpConnections::Clock::duration HttpConnections::allowed(Phase phase) const
     case Phase::Answer:
         return m_options.answerTimeout;
     case Phase::Waiting:
+    case Phase::Stream:
     case Phase::Cut:
         break;
     }

@@ -25,6 +25,7 @@ public:
         Body,    ///< the header is complete, the body is not
         Waiting, ///< the request is with the server's thread
         Answer,  ///< the answer is on its way
+        Stream,  ///< an answer that has no end of its own is on its way
         Cut,     ///< given up, and about to be closed
     };
 
@@ -47,7 +48,8 @@ public:
     /// Whether it was given up; a request that still completes on it is not to be delivered.
     bool isCut(MHD_Connection *connection) const;
 
-    bool isEmpty() const { return m_entries.empty(); }
+    /// Whether any connection can become overdue.
+    bool haveDeadlines() const;
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -62,6 +64,7 @@ private:
 
     void makeRoomFor(MHD_Connection *connection);
     void cut(Entry &entry, const char *status);
+    static bool hasDeadline(Phase phase);
     Clock::duration allowed(Phase phase) const;
 
     const HttpServerOptions &m_options;

@@ -1,5 +1,7 @@
 #include "HttpDaemonCallbacks.h"
 
+#include <HeldRequest.h>
+
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
 
@@ -99,12 +101,12 @@ void HttpDaemon::run(const std::stop_token &stop)
 
 std::chrono::milliseconds HttpDaemon::waitingTime() const
 {
-    if (m_connections.isEmpty())
-        return untilSomethingHappens;
+    const auto own = m_connections.haveDeadlines() ? sweepInterval : untilSomethingHappens;
     MHD_UNSIGNED_LONG_LONG wanted = 0;
     if (MHD_get_timeout(m_handle.get(), &wanted) == MHD_NO)
-        return sweepInterval;
-    return std::min(sweepInterval, std::chrono::milliseconds(wanted));
+        return own;
+    const std::chrono::milliseconds librarys(wanted);
+    return own == untilSomethingHappens ? librarys : std::min(own, librarys);
 }
 
 HttpDaemon::~HttpDaemon()
@@ -121,6 +123,7 @@ HttpDaemon::~HttpDaemon()
         }
         m_suspended.clear();
     }
+    endStreams();
     m_thread.request_stop();
     m_wakeUp.wake();
     m_thread.join();
@@ -173,26 +176,51 @@ void HttpDaemon::deliver(Delivery delivery)
 {
     const QScopedValueRollback current(m_current, &delivery);
     Q_EMIT m_server->requestReceived(delivery.exchange->header(), delivery.exchange->body());
-    if (delivery.answered)
+    if (delivery.taken)
         return;
     delivery.exchange->refuse(503);
-    resume(delivery);
+    resume(*delivery.exchange, delivery.connection);
 }
 
 void HttpDaemon::answerCurrent(const ResponseHeader &header, const QByteArray &body)
 {
-    if (m_current == nullptr || m_current->answered)
+    if (m_current == nullptr || m_current->taken)
         return;
-    m_current->answered = true;
+    m_current->taken = true;
     m_current->exchange->setAnswer(header, body);
-    resume(*m_current);
+    resume(*m_current->exchange, m_current->connection);
+}
+
+std::shared_ptr<HeldRequest> HttpDaemon::holdCurrent()
+{
+    if (m_current == nullptr || m_current->taken)
+        return nullptr;
+    m_current->taken = true;
+    return std::make_shared<HeldRequest>(m_server, *this, m_current->exchange,
+                                         m_current->connection);
+}
+
+std::shared_ptr<HttpStreamSource> HttpDaemon::createStream()
+{
+    std::erase_if(m_streams, [](const auto &stream) { return stream.expired(); });
+    auto stream = std::make_shared<HttpStreamSource>(m_wakeUp);
+    m_streams.push_back(stream);
+    return stream;
 }
 
 /// From here on the exchange belongs to the network thread again.
-void HttpDaemon::resume(const Delivery &delivery)
+void HttpDaemon::resume(HttpExchange &exchange, MHD_Connection *connection)
 {
     const std::lock_guard guard(m_mutex);
-    m_suspended.erase(delivery.exchange.get());
-    MHD_resume_connection(delivery.connection);
+    m_suspended.erase(&exchange);
+    MHD_resume_connection(connection);
     m_wakeUp.wake();
+}
+
+void HttpDaemon::endStreams()
+{
+    for (const auto &each : m_streams) {
+        if (const auto stream = each.lock())
+            stream->end();
+    }
 }

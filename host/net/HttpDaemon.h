@@ -4,6 +4,7 @@
 #include "HttpConnections.h"
 #include "HttpExchange.h"
 #include "HttpRefusals.h"
+#include "HttpStreamSource.h"
 #include "WakeUp.h"
 
 #include <HttpServer.h>
@@ -14,6 +15,7 @@
 #include <mutex>
 #include <stop_token>
 #include <thread>
+#include <vector>
 
 struct MHD_Connection;
 struct MHD_Daemon;
@@ -41,6 +43,12 @@ public:
 
     /// Answers the request being delivered, if it has no answer yet.
     void answerCurrent(const ResponseHeader &header, const QByteArray &body);
+    /// Hands over the request being delivered; null if there is none, or it is answered.
+    std::shared_ptr<HeldRequest> holdCurrent();
+    /// A body that comes piece by piece, to be set as an answer.
+    std::shared_ptr<HttpStreamSource> createStream();
+    /// Lets the network thread go on with an exchange that has been given its answer.
+    void resume(HttpExchange &exchange, MHD_Connection *connection);
 
 private:
     using ExchangePtr = std::shared_ptr<HttpExchange>;
@@ -53,7 +61,7 @@ private:
     {
         ExchangePtr exchange;
         MHD_Connection *connection;
-        bool answered = false;
+        bool taken = false; // answered, or held
     };
 
     void start(int port);
@@ -67,7 +75,7 @@ private:
 
     // On the server's thread:
     void deliver(Delivery delivery);
-    void resume(const Delivery &delivery);
+    void endStreams();
 
     HttpServer *m_server;
     const HttpServerOptions m_options;
@@ -76,6 +84,7 @@ private:
     std::mutex m_mutex;
     bool m_closing = false;                                 // guarded by m_mutex
     std::map<HttpExchange *, MHD_Connection *> m_suspended; // guarded by m_mutex
+    std::vector<std::weak_ptr<HttpStreamSource>> m_streams; // of the server's thread
     const WakeUp m_wakeUp;
     const HttpAdmission m_admission;
     HttpRefusals m_refusals;       // of the network thread

@@ -46,7 +46,7 @@ MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connecti
 
     if (!exchange->hasBegun()) {
         daemon.begin(connection, *exchange, exchange->readHead(connection, method, version));
-        if (!exchange->hasAnswer())
+        if (!exchange->isDecided())
             return MHD_YES;
     } else if (*uploadSize > 0) {
         exchange->addBody(upload, *uploadSize, daemon.m_options.maxBodyBytes);
@@ -54,12 +54,12 @@ MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connecti
         return MHD_YES;
     } else if (exchange->isTooLarge()) {
         daemon.refuse(*exchange, daemon.m_admission.tooLargeBody());
-    } else if (!exchange->hasAnswer()) {
+    } else if (!exchange->isDecided()) {
         if (daemon.suspend(exchange, connection))
             return MHD_YES;
         exchange->refuse(503);
     }
-    daemon.m_connections.enter(connection, Phase::Answer);
+    daemon.m_connections.enter(connection, exchange->isStream() ? Phase::Stream : Phase::Answer);
     return exchange->sendAnswer(connection) ? MHD_YES : MHD_NO;
 }
 

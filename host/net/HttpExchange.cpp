@@ -1,5 +1,7 @@
 #include "HttpExchange.h"
 
+#include "HttpStreamSource.h"
+
 #include <microhttpd.h>
 
 #include <memory>
@@ -16,6 +18,45 @@ using ResponseHandle = std::unique_ptr<MHD_Response, DestroyResponse>;
 QString toText(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+constexpr std::size_t streamBlockBytes = 65'536;
+
+/// A stream with the connection that it is sent on.
+struct StreamReader
+{
+    std::shared_ptr<HttpStreamSource> source;
+    MHD_Connection *connection;
+};
+
+ssize_t readStream(void *reader, std::uint64_t, char *to, std::size_t size)
+{
+    const auto &[source, connection] = *static_cast<StreamReader *>(reader);
+    return source->read(connection, to, size);
+}
+
+void closeStream(void *reader)
+{
+    const std::unique_ptr<StreamReader> owned(static_cast<StreamReader *>(reader));
+    owned->source->abandon();
+}
+
+MHD_Response *createResponse(const QByteArray &body, MHD_Connection *)
+{
+    return MHD_create_response_from_buffer(static_cast<std::size_t>(body.size()),
+                                           const_cast<char *>(body.constData()), // not written
+                                           MHD_RESPMEM_MUST_COPY);
+}
+
+MHD_Response *createResponse(const std::shared_ptr<HttpStreamSource> &body,
+                             MHD_Connection *connection)
+{
+    auto reader = std::make_unique<StreamReader>(StreamReader{body, connection});
+    auto *const response = MHD_create_response_from_callback(
+        MHD_SIZE_UNKNOWN, streamBlockBytes, &readStream, reader.get(), &closeStream);
+    if (response != nullptr)
+        static_cast<void>(reader.release()); // closeStream frees it
+    return response;
 }
 
 } // namespace
@@ -49,20 +90,31 @@ void HttpExchange::setAnswer(const ResponseHeader &header, const QByteArray &bod
     m_answer = Answer{header, body};
 }
 
+void HttpExchange::setAnswer(const ResponseHeader &header, std::shared_ptr<HttpStreamSource> body)
+{
+    m_answer = Answer{header, std::move(body)};
+}
+
 void HttpExchange::refuse(int status)
 {
     ResponseHeader header;
     header.setStatusLine(status, {}, 1, 1);
     header.setValue(QStringLiteral("Connection"), QStringLiteral("close"));
-    setAnswer(header, {});
+    setAnswer(header, QByteArray());
+}
+
+bool HttpExchange::isStream() const
+{
+    return m_answer && std::holds_alternative<std::shared_ptr<HttpStreamSource>>(m_answer->body);
 }
 
 bool HttpExchange::sendAnswer(MHD_Connection *connection) const
 {
-    const ResponseHandle response(MHD_create_response_from_buffer(
-        static_cast<std::size_t>(m_answer->body.size()),
-        const_cast<char *>(m_answer->body.constData()), // copied, not written
-        MHD_RESPMEM_MUST_COPY));
+    if (m_dropped)
+        return false;
+    const ResponseHandle response(
+        std::visit([connection](const auto &body) { return createResponse(body, connection); },
+                   m_answer->body));
     if (!response)
         return false;
     const auto fields = m_answer->header.fields();

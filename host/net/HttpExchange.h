@@ -8,8 +8,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <optional>
+#include <variant>
 
+class HttpStreamSource;
 struct MHD_Connection;
 
 /**
@@ -39,18 +42,24 @@ public:
     const QByteArray &body() const { return m_body; }
 
     void setAnswer(const ResponseHeader &header, const QByteArray &body);
+    void setAnswer(const ResponseHeader &header, std::shared_ptr<HttpStreamSource> body);
     /// An answer without a body, after which the connection is closed: what may follow the request
     /// is not taken for another one.
     void refuse(int status);
-    bool hasAnswer() const { return m_answer.has_value(); }
-    /// Hands the answer to the network library; false if that fails.
+    /// No answer: the connection is to be closed.
+    void drop() { m_dropped = true; }
+    bool isDecided() const { return m_answer.has_value() || m_dropped; }
+    /// Whether the answer has no end of its own.
+    bool isStream() const;
+    /// Hands the answer to the network library; false if that fails, or there is none to be.
     bool sendAnswer(MHD_Connection *connection) const;
 
 private:
+    using Body = std::variant<QByteArray, std::shared_ptr<HttpStreamSource>>;
     struct Answer
     {
         ResponseHeader header;
-        QByteArray body;
+        Body body;
     };
 
     const char *m_uriAt;
@@ -60,4 +69,5 @@ private:
     QByteArray m_body;
     bool m_tooLarge = false;
     std::optional<Answer> m_answer;
+    bool m_dropped = false;
 };

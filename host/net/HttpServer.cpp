@@ -2,6 +2,8 @@
 
 #include "HttpDaemon.h"
 
+#include <HeldRequest.h>
+
 HttpServer::HttpServer(int port) : HttpServer(port, HttpServerOptions::fromConfig()) {}
 
 HttpServer::HttpServer(int port, const HttpServerOptions &options)
@@ -30,4 +32,9 @@ QString HttpServer::errorString() const
 void HttpServer::sendResponse(const ResponseHeader &header, const QByteArray &body)
 {
     m_daemon->answerCurrent(header, body);
+}
+
+std::shared_ptr<HeldRequest> HttpServer::holdRequest()
+{
+    return m_daemon->holdCurrent();
 }

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class HeldRequest;
 class HttpDaemon;
 
 /**
@@ -46,6 +47,9 @@ public:
     /// Answers the request being delivered; only within a slot connected to `requestReceived`, and
     /// only the first answer counts. Harmless if the peer has gone.
     virtual void sendResponse(const ResponseHeader &header, const QByteArray &body);
+    /// Takes the request being delivered over, to be answered later; null if it has been answered,
+    /// or outside of a slot connected to `requestReceived`.
+    std::shared_ptr<HeldRequest> holdRequest();
 
 Q_SIGNALS:
     /// A complete request has arrived: its header and its body as it came.
