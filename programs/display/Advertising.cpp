@@ -1,7 +1,7 @@
 #include <display/Advertising.h>
 
 #include <common/EventLine.h>
-#include <display/PluginLink.h>
+#include <common/JsonPoster.h>
 
 #include <QTimer>
 
@@ -13,7 +13,7 @@ constexpr auto reportInterval = 1s;
 
 } // namespace
 
-Advertising::Advertising(PluginLink &link) : m_link(link)
+Advertising::Advertising(JsonPoster &link) : m_link(link)
 {
     connect(&m_player, &AdPlayer::finished, this, &Advertising::finish);
 }

@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QObject>
 
-class PluginLink;
+class JsonPoster;
 
 /**
  * The display's advertising: plays what the register shows and reports each result, which makes the
@@ -22,7 +22,7 @@ class Advertising : public QObject
 
 public:
     /// `link` must live longer.
-    explicit Advertising(PluginLink &link);
+    explicit Advertising(JsonPoster &link);
 
     void play(const QJsonObject &ad);
 
@@ -34,7 +34,7 @@ private:
     void finish(bool shown);
     void report(bool shown);
 
-    PluginLink &m_link;
+    JsonPoster &m_link;
     AdPlayer m_player;
     QString m_address; // of the one being played
     int m_played = 0;

@@ -26,7 +26,7 @@ HttpServerOptions serverOptions()
 Display::Display(const DisplayOptions &options)
     : m_startedMs(monotonicMs())
     , m_server(options.port, serverOptions())
-    , m_link(options.pluginUrl)
+    , m_link(options.pluginUrl, QStringLiteral("display"))
     , m_advertising(m_link)
 {
     // Not before the port is ours: the record may be that of the display that has it.

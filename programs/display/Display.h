@@ -1,9 +1,9 @@
 #pragma once
 
+#include <common/JsonPoster.h>
 #include <display/Advertising.h>
 #include <display/DisplayOptions.h>
 #include <display/Pictures.h>
-#include <display/PluginLink.h>
 #include <display/Recorder.h>
 
 #include <HttpServer.h>
@@ -50,6 +50,6 @@ private:
     QMap<QString, int> m_accepted; // by type
     int m_refused = 0;
     Pictures m_pictures;
-    PluginLink m_link;
+    JsonPoster m_link;
     Advertising m_advertising;
 };

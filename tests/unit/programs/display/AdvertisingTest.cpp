@@ -1,6 +1,6 @@
 #include <display/Advertising.h>
 
-#include <display/PluginLink.h>
+#include <common/JsonPoster.h>
 
 #include <support/LogCapture.h>
 #include <support/OutputCapture.h>
@@ -28,7 +28,7 @@ protected:
 
     support::LogCapture log;
     support::ScriptedServer plugin;
-    PluginLink link{plugin.url()};
+    JsonPoster link{plugin.url(), QStringLiteral("display")};
     Advertising advertising{link};
 };
 

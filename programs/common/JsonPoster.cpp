@@ -1,4 +1,4 @@
-#include <display/PluginLink.h>
+#include <common/JsonPoster.h>
 
 #include <log4qt/logmanager.h>
 
@@ -13,23 +13,23 @@ constexpr int maxWaiting = 1000;
 
 } // namespace
 
-PluginLink::PluginLink(const QUrl &pluginUrl) : m_url(pluginUrl)
+JsonPoster::JsonPoster(const QUrl &url, const QString &loggerName) : m_url(url)
 {
-    m_client.setLogger(Log4Qt::LogManager::logger(QStringLiteral("display")));
+    m_client.setLogger(Log4Qt::LogManager::logger(loggerName));
     m_client.setTargetAlias(m_url.toString());
     m_client.setRequestTimeout(timeoutSeconds);
     m_worker.moveToThread(&m_thread);
     m_thread.start();
 }
 
-PluginLink::~PluginLink()
+JsonPoster::~JsonPoster()
 {
     m_thread.requestInterruption();
     m_thread.quit();
     m_thread.wait();
 }
 
-void PluginLink::send(const QJsonObject &request, Outcome outcome)
+void JsonPoster::send(const QJsonObject &request, Outcome outcome)
 {
     if (m_waiting == maxWaiting) {
         outcome(false);
@@ -44,7 +44,7 @@ void PluginLink::send(const QJsonObject &request, Outcome outcome)
 }
 
 /// Runs on m_thread.
-void PluginLink::post(const QByteArray &body, const Outcome &outcome)
+void JsonPoster::post(const QByteArray &body, const Outcome &outcome)
 {
     if (m_thread.isInterruptionRequested())
         return;

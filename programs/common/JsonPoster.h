@@ -4,31 +4,32 @@
 
 #include <QJsonObject>
 #include <QObject>
+#include <QString>
 #include <QThread>
 #include <QUrl>
 
 #include <functional>
 
 /**
- * Posts the display's requests to the plug-in, one at a time, in their order.
+ * Posts JSON objects to one address, one at a time, in their order.
  *
- * Owner: the display.
+ * Owner: whoever sends.
  * Thread: its members belong to the main thread and never block; the posts are made on a thread of
  * its own. Errors: a request that is not accepted within two seconds, or that comes while 1000
- * others wait, is given up; its sender is told, and the log hears when the plug-in went away and
+ * others wait, is given up; its sender is told, and the log hears when the other side went away and
  * when it came back.
  * Shut-down: the destructor waits for the post under way and drops the rest; nobody is told then.
  */
-class PluginLink : public QObject
+class JsonPoster : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Called on the main thread with whether the plug-in has accepted the request.
+    /// Called on the main thread with whether the request was accepted.
     using Outcome = std::function<void(bool accepted)>;
 
-    explicit PluginLink(const QUrl &pluginUrl);
-    ~PluginLink() override;
+    JsonPoster(const QUrl &url, const QString &loggerName);
+    ~JsonPoster() override;
 
     void send(const QJsonObject &request, Outcome outcome);
 
