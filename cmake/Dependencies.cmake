@@ -6,6 +6,7 @@ find_package(OpenSSL 3.0 REQUIRED COMPONENTS Crypto)
 find_package(tomlplusplus 3.3 REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(microhttpd REQUIRED IMPORTED_TARGET libmicrohttpd>=0.9.75)
+pkg_check_modules(qrencode REQUIRED IMPORTED_TARGET libqrencode>=4)
 
 find_package(Log4Qt CONFIG QUIET)
 if(Log4Qt_FOUND)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <HostExport.h>
 #include <RequestHeader.h>
 
 /**
@@ -10,7 +11,7 @@
  * Own names are "localhost", 127.0.0.0/8, "[::1]" and the address listened on, with any port or
  * none. A value type.
  */
-class HttpGuard
+class HOST_EXPORT HttpGuard
 {
 public:
     /// `address` is the one listened on; "0.0.0.0" is nobody's name.

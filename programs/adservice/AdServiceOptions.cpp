@@ -43,21 +43,6 @@ void describe(CommandLine &line)
                    QStringLiteral("NAME"));
 }
 
-int number(const CommandLine &line, const char *option, int defaultValue, int least, int most)
-{
-    const auto name = QString::fromLatin1(option);
-    if (!line.isSet(name))
-        return defaultValue;
-    bool isNumber = false;
-    const int value = line.value(name).toInt(&isNumber);
-    if (!isNumber || value < least || value > most)
-        throw UsageError(QStringLiteral("--%1 \"%2\" does not fit: give a number from %3 to %4.")
-                             .arg(name, line.value(name))
-                             .arg(least)
-                             .arg(most));
-    return value;
-}
-
 QString announcedAddress(const QString &listen)
 {
     const QUrl url(QStringLiteral("http://") + listen, QUrl::StrictMode);
@@ -107,10 +92,14 @@ std::optional<AdServiceOptions> AdServiceOptions::parse(const QStringList &argum
     AdServiceOptions options;
     options.debug = line.debug();
     options.port = line.port(QStringLiteral("port"), options.port);
-    options.stream = number(line, "stream", options.stream, 0, std::numeric_limits<int>::max());
-    options.frameTime = std::chrono::milliseconds(number(line, "frame-ms", 200, 1, oneHourMs));
-    options.streamTime = std::chrono::seconds(number(line, "stream-seconds", 0, 0, oneDayS));
-    options.answerAfter = std::chrono::milliseconds(number(line, "answer-after", 0, 0, oneHourMs));
+    options.stream =
+        line.number(QStringLiteral("stream"), options.stream, 0, std::numeric_limits<int>::max());
+    options.frameTime =
+        std::chrono::milliseconds(line.number(QStringLiteral("frame-ms"), 200, 1, oneHourMs));
+    options.streamTime =
+        std::chrono::seconds(line.number(QStringLiteral("stream-seconds"), 0, 0, oneDayS));
+    options.answerAfter =
+        std::chrono::milliseconds(line.number(QStringLiteral("answer-after"), 0, 0, oneHourMs));
     if (const auto name = QStringLiteral("listen"); line.isSet(name))
         options.listen = announcedAddress(line.value(name));
     if (const auto name = QStringLiteral("ads"); line.isSet(name))

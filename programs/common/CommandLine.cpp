@@ -55,3 +55,17 @@ int CommandLine::port(const QString &name, int defaultPort) const
                              .arg(name, value(name)));
     return port;
 }
+
+int CommandLine::number(const QString &name, int defaultValue, int least, int most) const
+{
+    if (!isSet(name))
+        return defaultValue;
+    bool isNumber = false;
+    const int number = value(name).toInt(&isNumber);
+    if (!isNumber || number < least || number > most)
+        throw UsageError(QStringLiteral("--%1 \"%2\" does not fit: give a number from %3 to %4.")
+                             .arg(name, value(name))
+                             .arg(least)
+                             .arg(most));
+    return number;
+}

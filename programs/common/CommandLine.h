@@ -26,6 +26,8 @@ public:
     QString value(const QString &name) const { return m_parser.value(name); }
     /// A port number from 0 to 65535, 0 standing for one that the system chooses.
     int port(const QString &name, int defaultPort) const;
+    /// A whole number within these limits.
+    int number(const QString &name, int defaultValue, int least, int most) const;
     bool debug() const { return isSet(QStringLiteral("debug")); }
 
 private:

@@ -9,3 +9,9 @@ QString messageTypeOfPath(const QString &path)
                      [&](const MessageType &type) { return path == QLatin1String(type.path); });
     return found == messageTypes.end() ? QString() : QString::fromLatin1(found->name);
 }
+
+bool isMessageType(const QString &name)
+{
+    return std::any_of(messageTypes.begin(), messageTypes.end(),
+                       [&](const MessageType &type) { return name == QLatin1String(type.name); });
+}

@@ -21,3 +21,5 @@ inline constexpr std::array messageTypes{
 
 /// The name of the type that is posted to `path`; empty for a path that is none of them.
 QString messageTypeOfPath(const QString &path);
+
+bool isMessageType(const QString &name);

@@ -32,10 +32,16 @@ QUrl streamAddress(const QUrl &url)
     return address;
 }
 
-bool isPictureOrFilm(const QByteArray &content)
+/// As a picture or a film; of no kind if it is neither.
+AdContent recognise(const QByteArray &bytes)
 {
-    const auto type = QMimeDatabase().mimeTypeForData(content).name();
-    return type.startsWith(u"image/") || type.startsWith(u"video/");
+    using Kind = AdContent::Kind;
+    const auto type = QMimeDatabase().mimeTypeForData(bytes).name();
+    if (type.startsWith(u"image/"))
+        return {Kind::Picture, bytes, type};
+    if (type.startsWith(u"video/"))
+        return {Kind::Film, bytes, type};
+    return {};
 }
 
 } // namespace
@@ -64,6 +70,7 @@ void AdPlayer::play(const QJsonObject &ad)
     m_shown.stop();
     m_stalled.stop();
     m_stream.reset();
+    setContent({AdContent::Kind::Loading, {}, {}});
     m_time = std::clamp<std::chrono::seconds>(std::chrono::seconds(ad[u"time"].toInteger()), 1s,
                                               maxTime);
     const QUrl url(ad[u"url"].toString());
@@ -80,6 +87,20 @@ void AdPlayer::play(const QJsonObject &ad)
         connect(m_reply.get(), &QNetworkReply::downloadProgress, this, &AdPlayer::checkSize);
         connect(m_reply.get(), &QNetworkReply::finished, this, &AdPlayer::showContent);
     }
+}
+
+void AdPlayer::fail(const QString &reason)
+{
+    if (m_content.kind != AdContent::Kind::None)
+        finish(false, reason);
+}
+
+void AdPlayer::stop()
+{
+    m_shown.stop();
+    m_stalled.stop();
+    m_reply.reset();
+    setContent({});
 }
 
 void AdPlayer::fetch(const QUrl &address)
@@ -100,12 +121,17 @@ void AdPlayer::checkSize()
 void AdPlayer::showContent()
 {
     const auto reply = std::move(m_reply);
-    if (reply->error() != QNetworkReply::NoError)
+    if (reply->error() != QNetworkReply::NoError) {
         finish(false, reply->errorString());
-    else if (!isPictureOrFilm(reply->readAll()))
+        return;
+    }
+    const auto content = recognise(reply->readAll());
+    if (content.kind == AdContent::Kind::None) {
         finish(false, QStringLiteral("neither a picture nor a film"));
-    else
-        m_shown.start(m_time);
+        return;
+    }
+    setContent(content);
+    m_shown.start(m_time);
 }
 
 void AdPlayer::readStream()
@@ -118,14 +144,29 @@ void AdPlayer::readStream()
     if (!m_stream)
         m_stream.emplace(m_reply->rawHeader("Content-Type"));
     const auto pictures = m_stream->feed(m_reply->readAll());
-    const bool arePictures = std::all_of(pictures.begin(), pictures.end(), &isPictureOrFilm);
-    if (m_stream->hasFailed() || !arePictures) {
+    bool areReadable = !m_stream->hasFailed();
+    AdContent content = m_content;
+    for (const auto &picture : pictures) {
+        content = recognise(picture);
+        areReadable = areReadable && content.kind != AdContent::Kind::None;
+    }
+    if (!areReadable) {
         finish(false, QStringLiteral("not a stream of pictures"));
         return;
     }
-    if (!pictures.isEmpty())
-        m_stalled.start(m_patience);
+    if (pictures.isEmpty())
+        return;
+    m_stalled.start(m_patience);
     m_streamPictures += static_cast<int>(pictures.size());
+    content.kind = AdContent::Kind::Stream;
+    content.frame = m_streamPictures;
+    setContent(content);
+}
+
+void AdPlayer::setContent(const AdContent &content)
+{
+    m_content = content;
+    Q_EMIT contentChanged();
 }
 
 void AdPlayer::finish(bool shown, const QString &reason)
@@ -134,5 +175,7 @@ void AdPlayer::finish(bool shown, const QString &reason)
     m_stalled.stop();
     m_reply.reset();
     m_reason = reason;
+    if (!shown)
+        setContent({});
     Q_EMIT finished(shown);
 }

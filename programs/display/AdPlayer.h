@@ -12,6 +12,17 @@
 #include <memory>
 #include <optional>
 
+/// What of an advertisement is there to be shown. A value type.
+struct AdContent
+{
+    enum class Kind { None, Loading, Picture, Film, Stream };
+
+    Kind kind = Kind::None;
+    QByteArray bytes; ///< the picture or film; of a stream, its last picture
+    QString mimeType;
+    int frame = 0; ///< counts the pictures of a stream
+};
+
 /**
  * Plays one advertisement at a time: loads it, shows it for its time, and tells how it went.
  *
@@ -35,6 +46,13 @@ public:
     ~AdPlayer() override;
 
     void play(const QJsonObject &ad);
+    /// Who shows it could not: the advertisement has failed.
+    void fail(const QString &reason);
+    /// Ends what is being played; nothing is told of it.
+    void stop();
+
+    /// What is there to be shown. What has had its time stays until the next one is there.
+    const AdContent &content() const { return m_content; }
 
     /// Why the last advertisement failed, for people.
     QString reason() const { return m_reason; }
@@ -42,6 +60,7 @@ public:
     int streamPictures() const { return m_streamPictures; }
 
 Q_SIGNALS:
+    void contentChanged();
     /// The advertisement has been shown, or could not be. Emitted on the main thread.
     void finished(bool shown);
 
@@ -55,6 +74,7 @@ private:
     void checkSize();
     void showContent();
     void readStream();
+    void setContent(const AdContent &content);
     void finish(bool shown, const QString &reason = {});
 
     const std::chrono::milliseconds m_patience;
@@ -64,6 +84,7 @@ private:
     QTimer m_shown;                                      // ends the time of a picture
     QTimer m_stalled;                                    // ends the patience with a stream
     std::chrono::seconds m_time{0};
+    AdContent m_content;
     QString m_reason;
     int m_streamPictures = 0;
 };

@@ -1,7 +1,7 @@
 #include <display/Advertising.h>
 
 #include <common/EventLine.h>
-#include <common/JsonPoster.h>
+#include <display/PluginLink.h>
 
 #include <QTimer>
 
@@ -11,11 +11,19 @@ using namespace std::chrono_literals;
 
 constexpr auto reportInterval = 1s;
 
+QJsonObject resultOf(bool shown)
+{
+    return {{QStringLiteral("type"), QStringLiteral("result")},
+            {QStringLiteral("name"), QStringLiteral("adResult")},
+            {QStringLiteral("value"), shown}};
+}
+
 } // namespace
 
-Advertising::Advertising(JsonPoster &link) : m_link(link)
+Advertising::Advertising(PluginLink &link) : m_link(link)
 {
     connect(&m_player, &AdPlayer::finished, this, &Advertising::finish);
+    connect(&m_player, &AdPlayer::contentChanged, this, &Advertising::contentChanged);
 }
 
 void Advertising::play(const QJsonObject &ad)
@@ -23,6 +31,22 @@ void Advertising::play(const QJsonObject &ad)
     ++m_played;
     m_address = ad[u"url"].toString();
     m_player.play(ad);
+}
+
+void Advertising::stop()
+{
+    m_player.stop();
+}
+
+void Advertising::fail(int number, const QString &reason)
+{
+    if (number == m_played)
+        m_player.fail(reason);
+}
+
+void Advertising::sendResult(bool shown)
+{
+    m_link.send(resultOf(shown), [](bool) {});
 }
 
 void Advertising::finish(bool shown)
@@ -36,10 +60,7 @@ void Advertising::finish(bool shown)
 
 void Advertising::report(bool shown)
 {
-    const QJsonObject result{{QStringLiteral("type"), QStringLiteral("result")},
-                             {QStringLiteral("name"), QStringLiteral("adResult")},
-                             {QStringLiteral("value"), shown}};
-    m_link.send(result, [this, shown, played = m_played](bool accepted) {
+    m_link.send(resultOf(shown), [this, shown, played = m_played](bool accepted) {
         if (accepted)
             return;
         QTimer::singleShot(reportInterval, this, [this, shown, played] {

@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QObject>
 
-class JsonPoster;
+class PluginLink;
 
 /**
  * The display's advertising: plays what the register shows and reports each result, which makes the
@@ -22,19 +22,34 @@ class Advertising : public QObject
 
 public:
     /// `link` must live longer.
-    explicit Advertising(JsonPoster &link);
+    explicit Advertising(PluginLink &link);
 
     void play(const QJsonObject &ad);
+
+    /// Ends the one being played, and reports nothing.
+    void stop();
+    /// The one being played could not be shown after all; another one's number is too late.
+    void fail(int number, const QString &reason);
+    /// Reports a result once more, whatever became of the advertisement.
+    void sendResult(bool shown);
+
+    /// Counts the advertisements; that of the one being played.
+    int number() const { return m_played; }
+    const AdContent &content() const { return m_player.content(); }
 
     int shown() const { return m_shown; }
     int failed() const { return m_failed; }
     int streamPictures() const { return m_player.streamPictures(); }
 
+Q_SIGNALS:
+    /// There is something else to be shown.
+    void contentChanged();
+
 private:
     void finish(bool shown);
     void report(bool shown);
 
-    JsonPoster &m_link;
+    PluginLink &m_link;
     AdPlayer m_player;
     QString m_address; // of the one being played
     int m_played = 0;

@@ -5,13 +5,23 @@
 #include <common/MonotonicClock.h>
 #include <display/MessageText.h>
 
+#include <pages/PageAnswers.h>
+
+#include <HeldRequest.h>
+
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
+
+#include <QTimer>
+
+#include <utility>
 
 namespace {
 
 constexpr qint64 maxBodyBytes = 33'554'432; // 32 MiB: a picture as a "data:" URI fits
-constexpr int maxConnections = 32;          // the register needs one, and each may hold a body
+constexpr int maxConnections = 64;          // the register needs one, a page up to six
+
+const auto replayField = QStringLiteral("X-Replay"); // set by the inspector when it plays a record
 
 HttpServerOptions serverOptions()
 {
@@ -26,54 +36,154 @@ HttpServerOptions serverOptions()
 Display::Display(const DisplayOptions &options)
     : m_startedMs(monotonicMs())
     , m_server(options.port, serverOptions())
-    , m_link(options.pluginUrl, QStringLiteral("display"))
+    , m_guard(serverOptions().address)
+    , m_link(options.pluginUrl, m_journal)
     , m_advertising(m_link)
+    // Files not before the port is ours: they may be those of the display that has it.
+    , m_screen(m_server.isListening() ? options.stateFile : QString(), m_advertising)
+    , m_inspector(m_journal, options.switches)
 {
-    // Not before the port is ours: the record may be that of the display that has it.
     if (m_server.isListening() && !options.recordFile.isEmpty())
         m_recorder.emplace(options.recordFile);
-    connect(&m_server, &HttpServer::requestReceived, this, &Display::receive);
-}
+    if (options.pagePort)
+        m_pageServer = std::make_unique<HttpServer>(*options.pagePort, serverOptions());
+    m_screen.addRoutes(m_routes);
+    m_inspector.addRoutes(m_routes);
+    addActions();
 
-void Display::receive(const RequestHeader &header, const QByteArray &content)
-{
-    const double arrivalMs = monotonicMs();
-    const ReceivedMessage message = readMessage(header.method(), header.path(), content);
-    answer(message);
-
-    ++m_received;
-    if (m_recorder)
-        m_recorder->write(m_received, arrivalMs - m_startedMs, arrivalMs, header.path(), message);
-    if (message.refusal.isEmpty()) {
-        ++m_accepted[message.type];
-        printEvent(message.type, describeMessage(message.type, message.body));
-        act(message);
-    } else {
-        ++m_refused;
-        Log4Qt::LogManager::logger(QStringLiteral("display"))
-            ->warn(QStringLiteral("refused %1 %2: %3")
-                       .arg(header.method(), header.path(), message.refusal));
+    m_journal.addNote(QStringLiteral("the display has started"));
+    for (const auto &message : m_screen.messages())
+        act(message.type, message.body);
+    for (auto *server : {&m_server, m_pageServer.get()}) {
+        if (server != nullptr)
+            connect(server, &HttpServer::requestReceived, this,
+                    [this, server](const RequestHeader &header, const QByteArray &content) {
+                        receive(*server, header, content);
+                    });
     }
 }
 
-void Display::answer(const ReceivedMessage &message)
+QString Display::errorString() const
 {
-    ResponseHeader header;
-    header.setStatusLine(message.status, message.refusal, 1, 1);
-    header.setContentType(QStringLiteral("text/plain; charset=utf-8"));
-    m_server.sendResponse(header, message.refusal.toUtf8());
+    return m_pageServer && m_server.isListening() ? m_pageServer->errorString()
+                                                  : m_server.errorString();
 }
 
-void Display::act(const ReceivedMessage &message)
+void Display::receive(HttpServer &server, const RequestHeader &header, const QByteArray &content)
 {
-    if (message.type == u"Configure")
-        m_pictures.configure(message.body);
-    else if (message.type == u"UpdateDocument")
-        askForPictures(message.body);
-    else if (message.type == u"ImageData")
-        m_pictures.receive(message.body);
-    else if (message.type == u"ShowAd")
-        m_advertising.play(message.body);
+    if (servePage(server, header, content))
+        return;
+    if (&server == &m_server)
+        receiveMessage(header, content);
+    else
+        m_routes.serve(server, header, content); // refuses it
+}
+
+/// Pages of other sites in a browser on this machine must neither see nor switch anything.
+bool Display::servePage(HttpServer &server, const RequestHeader &header, const QByteArray &content)
+{
+    if (!m_routes.has(header))
+        return false;
+    if (m_guard.admits(header))
+        m_routes.serve(server, header, content);
+    else
+        answerWithText(server, 403,
+                       QStringLiteral("open this page by the name 127.0.0.1 or localhost"));
+    return true;
+}
+
+void Display::receiveMessage(const RequestHeader &header, const QByteArray &content)
+{
+    Arrival arrival{++m_received,
+                    monotonicMs(),
+                    header.method(),
+                    header.path(),
+                    content.size(),
+                    !header.value(replayField).isEmpty(),
+                    readMessage(header.method(), header.path(), content)};
+    auto request = m_server.holdRequest();
+    if (const int slowMs = m_inspector.switches().slowMs; slowMs > 0)
+        QTimer::singleShot(slowMs, this, [this, request, arrival] { answer(*request, arrival); });
+    else
+        answer(*request, std::move(arrival));
+}
+
+void Display::answer(HeldRequest &request, Arrival arrival)
+{
+    auto &message = arrival.message;
+    const auto &switches = m_inspector.switches();
+    if (switches.down) {
+        message.status = 0;
+        request.drop();
+    } else {
+        if (switches.error)
+            message.status = 500;
+        ResponseHeader header;
+        header.setStatusLine(message.status, message.refusal, 1, 1);
+        header.setContentType(QStringLiteral("text/plain; charset=utf-8"));
+        request.answer(header, message.refusal.toUtf8());
+    }
+    note(arrival);
+    if (message.status == 200) {
+        ++m_accepted[message.type];
+        printEvent(message.type, describeMessage(message.type, message.body));
+        m_screen.show(message.type, message.body);
+        act(message.type, message.body);
+    } else if (!message.refusal.isEmpty()) {
+        ++m_refused;
+        Log4Qt::LogManager::logger(QStringLiteral("display"))
+            ->warn(QStringLiteral("refused %1 %2: %3")
+                       .arg(arrival.method, arrival.path, message.refusal));
+    }
+}
+
+void Display::note(const Arrival &arrival)
+{
+    const auto &message = arrival.message;
+    if (m_recorder)
+        m_recorder->write(arrival.number, arrival.ms - m_startedMs, arrival.ms, arrival.path,
+                          message);
+    m_journal.addMessage({arrival.number, message.type, arrival.path,
+                          message.refusal.isEmpty() ? QJsonValue(message.body) : QJsonValue(),
+                          arrival.bytes, message.status, message.refusal, arrival.ms,
+                          monotonicMs() - arrival.ms, arrival.isReplay});
+}
+
+void Display::act(const QString &type, const QJsonObject &body)
+{
+    if (type == u"Configure")
+        m_pictures.configure(body);
+    else if (type == u"UpdateDocument")
+        askForPictures(body);
+    else if (type == u"ImageData")
+        m_pictures.receive(body);
+    else if (type == u"ShowAd")
+        m_advertising.play(body);
+}
+
+void Display::addActions()
+{
+    m_inspector.addAction(QStringLiteral("restart-empty"), [this] {
+        m_advertising.stop();
+        m_pictures = Pictures();
+        m_screen.clear();
+        return QString();
+    });
+    m_inspector.addAction(QStringLiteral("ask-unknown-image"), [this] {
+        m_link.send(Pictures::requestForGoods(QStringLiteral("unknown"), QStringLiteral("unknown")),
+                    [](bool) {});
+        return QString();
+    });
+    const auto sendResult = [this](bool shown) {
+        return [this, shown] {
+            if (m_advertising.number() == 0)
+                return QStringLiteral("no advertisement has come yet");
+            m_advertising.sendResult(shown);
+            return QString();
+        };
+    };
+    m_inspector.addAction(QStringLiteral("duplicate-ad-result"), sendResult(true));
+    m_inspector.addAction(QStringLiteral("failed-ad-result"), sendResult(false));
 }
 
 void Display::askForPictures(const QJsonObject &receipt)

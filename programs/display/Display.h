@@ -1,26 +1,36 @@
 #pragma once
 
-#include <common/JsonPoster.h>
 #include <display/Advertising.h>
+#include <display/CustomerScreen.h>
 #include <display/DisplayOptions.h>
+#include <display/Inspector.h>
+#include <display/Journal.h>
 #include <display/Pictures.h>
+#include <display/PluginLink.h>
 #include <display/Recorder.h>
 
+#include <pages/PageRoutes.h>
+
+#include <HttpGuard.h>
 #include <HttpServer.h>
 
 #include <QMap>
 #include <QObject>
 
+#include <memory>
 #include <optional>
+
+class HeldRequest;
 
 /**
  * The display application: receives messages over HTTP, acknowledges each with an empty 200,
  * refuses what is no message and says why, prints a line for each and keeps the record. It asks the
- * plug-in for the pictures of the goods on the receipt and plays advertisements.
+ * plug-in for the pictures of the goods on the receipt, plays advertisements, and serves the
+ * customer's screen and the inspector.
  *
  * Owner: main. Thread: the main thread.
  * Errors: the constructor throws UsageError if the record cannot be written; `isListening` tells
- * whether the port could be bound.
+ * whether the ports could be bound.
  * Shut-down: the destructor waits for the request to the plug-in that is under way.
  */
 class Display : public QObject
@@ -30,26 +40,49 @@ class Display : public QObject
 public:
     explicit Display(const DisplayOptions &options);
 
-    bool isListening() const { return m_server.isListening(); }
-    QString errorString() const { return m_server.errorString(); }
+    bool isListening() const { return errorString().isEmpty(); }
+    /// Which port could not be bound, and why; empty if none.
+    QString errorString() const;
     int port() const { return m_server.port(); }
 
     /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
     void printSummary() const;
 
 private:
-    void receive(const RequestHeader &header, const QByteArray &content);
-    void answer(const ReceivedMessage &message);
-    void act(const ReceivedMessage &message);
+    /// A message that is still to be answered.
+    struct Arrival
+    {
+        int number;
+        double ms;
+        QString method;
+        QString path;
+        qint64 bytes;
+        bool isReplay;
+        ReceivedMessage message;
+    };
+
+    void receive(HttpServer &server, const RequestHeader &header, const QByteArray &content);
+    void receiveMessage(const RequestHeader &header, const QByteArray &content);
+    bool servePage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
+    void answer(HeldRequest &request, Arrival arrival);
+    void note(const Arrival &arrival);
+    void act(const QString &type, const QJsonObject &body);
     void askForPictures(const QJsonObject &receipt);
+    void addActions();
 
     const double m_startedMs;
-    std::optional<Recorder> m_recorder;
     HttpServer m_server;
+    std::unique_ptr<HttpServer> m_pageServer; // null unless the pages have a port of their own
+    const HttpGuard m_guard;                  // of the pages; messages may come from anywhere
+    std::optional<Recorder> m_recorder;
     int m_received = 0;
     QMap<QString, int> m_accepted; // by type
     int m_refused = 0;
+    Journal m_journal;
     Pictures m_pictures;
-    JsonPoster m_link;
+    PluginLink m_link;
     Advertising m_advertising;
+    CustomerScreen m_screen;
+    Inspector m_inspector;
+    PageRoutes m_routes;
 };

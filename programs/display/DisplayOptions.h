@@ -1,5 +1,7 @@
 #pragma once
 
+#include <display/Switches.h>
+
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -11,7 +13,10 @@ struct DisplayOptions
 {
     int port = 38080;
     QUrl pluginUrl{QStringLiteral("http://127.0.0.1:38081")};
-    QString recordFile; ///< empty: no record
+    std::optional<int> pagePort; ///< where the pages are besides `port`
+    QString recordFile;          ///< empty: no record
+    QString stateFile;           ///< empty: the last state is not kept
+    Switches switches;
     bool debug = false;
 
     /// Empty if the arguments only asked for a text. Throws UsageError.

@@ -9,21 +9,21 @@ const auto barcode = QStringLiteral("Barcode");
 const auto dataKey = QStringLiteral("data");
 const auto valueKey = QStringLiteral("value");
 
-QJsonObject identifier(const QString &type, const QJsonValue &value)
+QJsonObject identifier(const QString &type, const QString &value)
 {
-    return {{QStringLiteral("type"), type}, {valueKey, value.toString()}};
+    return {{QStringLiteral("type"), type}, {valueKey, value}};
 }
 
-QJsonObject requestFor(const QJsonObject &position)
+} // namespace
+
+QJsonObject Pictures::requestForGoods(const QString &code, const QString &barcodeText)
 {
-    const QJsonObject data{{goodsCode, identifier(goodsCode, position[u"code"])},
-                           {barcode, identifier(barcode, position[u"barcode"])}};
+    const QJsonObject data{{goodsCode, identifier(goodsCode, code)},
+                           {barcode, identifier(barcode, barcodeText)}};
     return {{QStringLiteral("type"), QStringLiteral("request")},
             {QStringLiteral("name"), QStringLiteral("getImage")},
             {dataKey, data}};
 }
-
-} // namespace
 
 void Pictures::configure(const QJsonObject &settings)
 {
@@ -45,7 +45,7 @@ QList<QJsonObject> Pictures::requestsFor(const QJsonObject &receipt)
         if (code.isEmpty() || m_asked.contains(code))
             continue;
         m_asked.insert(code);
-        requests.append(requestFor(position));
+        requests.append(requestForGoods(code, position[u"barcode"].toString()));
     }
     m_requested += static_cast<int>(requests.size());
     return requests;

@@ -16,6 +16,9 @@
 class Pictures
 {
 public:
+    /// The request for the picture of goods.
+    static QJsonObject requestForGoods(const QString &code, const QString &barcode);
+
     /// Takes the settings of the register: without "View.Style:showImages" nothing is asked for.
     void configure(const QJsonObject &settings);
 

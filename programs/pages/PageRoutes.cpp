@@ -9,7 +9,13 @@
 
 namespace {
 
+constexpr int notFound = 404;
 constexpr int notAllowed = 405;
+
+QString pathOf(const QUrl &target)
+{
+    return target.path(QUrl::FullyDecoded);
+}
 
 QString contentTypeOf(const QString &resource)
 {
@@ -51,19 +57,22 @@ void PageRoutes::addFolder(const QString &path, const QString &resourceFolder)
         addFile(path + name, resourceFolder + u'/' + name);
 }
 
-bool PageRoutes::serve(HttpServer &server, const RequestHeader &header,
+bool PageRoutes::has(const RequestHeader &header) const
+{
+    return m_handlers.contains(pathOf(QUrl(header.path())));
+}
+
+void PageRoutes::serve(HttpServer &server, const RequestHeader &header,
                        const QByteArray &content) const
 {
     const QUrl target(header.path());
-    const auto path = target.path(QUrl::FullyDecoded);
-    const auto handlers = m_handlers.constFind(path);
-    if (handlers == m_handlers.cend())
-        return false;
-    const auto handler = handlers->constFind(header.method());
-    if (handler == handlers->cend())
+    const auto path = pathOf(target);
+    const auto handlers = m_handlers.value(path);
+    if (handlers.isEmpty())
+        answerWithText(server, notFound, QStringLiteral("there is no page at %1").arg(path));
+    else if (!handlers.contains(header.method()))
         answerWithText(server, notAllowed,
-                       QStringLiteral("%1 takes %2").arg(path, handlers->firstKey()));
+                       QStringLiteral("%1 takes %2").arg(path, handlers.firstKey()));
     else
-        (*handler)({server, header, path, QUrlQuery(target), content});
-    return true;
+        handlers[header.method()]({server, header, path, QUrlQuery(target), content});
 }

@@ -24,8 +24,7 @@ struct PageRequest
  * What the pages of a program consist of: files that are built into the program, and handlers by
  * method and path.
  *
- * Owner: the program's server side. Thread: that of its HttpServer. Errors: an unknown path is left
- * to the caller, a known one with another method is answered 405.
+ * Owner: the program's server side. Thread: that of its HttpServer. Errors: as `serve` tells.
  */
 class PageRoutes
 {
@@ -43,8 +42,11 @@ public:
     /// program is built.
     void addFolder(const QString &path, const QString &resourceFolder);
 
-    /// Answers the request being delivered if its path is known; otherwise false.
-    bool serve(HttpServer &server, const RequestHeader &header, const QByteArray &content) const;
+    /// Whether the path of a request is known.
+    bool has(const RequestHeader &header) const;
+    /// Answers the request being delivered; if its path is unknown with 404, and if it is known for
+    /// other methods with 405.
+    void serve(HttpServer &server, const RequestHeader &header, const QByteArray &content) const;
 
 private:
     QMap<QString, QMap<QString, Handler>> m_handlers; // by path, by method

@@ -9,7 +9,7 @@ Process::Process(const QString &program, const QStringList &arguments)
 {
     QProcessEnvironment environment;
     environment.insert("PATH", qEnvironmentVariable("PATH"));
-    environment.insert("HOME", QDir::tempPath());
+    environment.insert("HOME", m_home.path());
     environment.insert("LC_ALL", "C.UTF-8");
     if (const char *leakCheck = "LSAN_OPTIONS"; qEnvironmentVariableIsSet(leakCheck))
         environment.insert(leakCheck, qEnvironmentVariable(leakCheck));

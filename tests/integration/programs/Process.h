@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 
 /**
  * A program that runs as a service would run it: without a terminal, without a display server, with
@@ -38,6 +39,7 @@ public:
     void signal(int number) const;
 
 private:
+    QTemporaryDir m_home;
     QProcess m_process;
     QByteArray m_output;
     QByteArray m_errors;

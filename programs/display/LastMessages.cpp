@@ -1,0 +1,95 @@
+#include <display/LastMessages.h>
+
+#include <algorithm>
+
+namespace {
+
+const auto configure = QStringLiteral("Configure");
+const auto priceList = QStringLiteral("PriceList");
+const auto imageData = QStringLiteral("ImageData");
+
+/// More scrolling than a price list has pages changes nothing.
+constexpr qsizetype maxScrolls = 200;
+
+/// Whether a message takes something off the screen and shows nothing in its place.
+bool isEnd(const KeptMessage &message)
+{
+    return message.body[u"close"].toBool() || message.body[u"hide"].toBool();
+}
+
+bool isScroll(const KeptMessage &message)
+{
+    return message.type == priceList && message.body.contains(u"scroll");
+}
+
+qint64 pictureBytes(const KeptMessage &message)
+{
+    constexpr qint64 forTheRest = 256;
+    return message.type == imageData ? message.body[u"uri"].toString().size() + forTheRest : 0;
+}
+
+} // namespace
+
+void LastMessages::keep(const KeptMessage &message)
+{
+    if (message.type == imageData) {
+        keepPicture(message);
+    } else if (isScroll(message)) {
+        keepScroll(message);
+    } else {
+        if (message.type == configure)
+            clear();
+        remove(message.type);
+        if (!isEnd(message))
+            m_messages.append(message);
+    }
+}
+
+QJsonArray LastMessages::toJson() const
+{
+    QJsonArray array;
+    for (const auto &message : m_messages)
+        array.append(message.toJson());
+    return array;
+}
+
+std::optional<KeptMessage> LastMessages::find(const QString &type) const
+{
+    const auto found = std::find_if(m_messages.begin(), m_messages.end(),
+                                    [&](const auto &message) { return message.type == type; });
+    return found == m_messages.end() ? std::nullopt : std::optional(*found);
+}
+
+void LastMessages::remove(const QString &type)
+{
+    m_messages.removeIf([&](const KeptMessage &message) { return message.type == type; });
+}
+
+void LastMessages::keepPicture(const KeptMessage &message)
+{
+    const auto id = message.body[u"id"];
+    m_messages.removeIf([&](const KeptMessage &other) {
+        return other.type == imageData && other.body[u"id"] == id;
+    });
+    m_messages.append(message);
+
+    qint64 total = 0;
+    for (const auto &each : m_messages)
+        total += pictureBytes(each);
+    m_messages.removeIf([&](const KeptMessage &each) {
+        const bool tooMuch = total > maxPictureBytes && each.type == imageData;
+        if (tooMuch)
+            total -= pictureBytes(each);
+        return tooMuch;
+    });
+}
+
+void LastMessages::keepScroll(const KeptMessage &message)
+{
+    if (!find(priceList))
+        return;
+    m_messages.append(message);
+    const auto scrolls = std::count_if(m_messages.begin(), m_messages.end(), &isScroll);
+    if (scrolls > maxScrolls)
+        m_messages.erase(std::find_if(m_messages.begin(), m_messages.end(), &isScroll));
+}

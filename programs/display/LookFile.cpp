@@ -1,0 +1,30 @@
+#include <display/LookFile.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QMimeDatabase>
+#include <QUrl>
+
+namespace {
+
+constexpr qint64 maxBytes = 16'777'216; // 16 MiB
+
+QString fileName(const QString &path)
+{
+    const QUrl url(path);
+    return url.isLocalFile() ? url.toLocalFile() : path;
+}
+
+} // namespace
+
+LookFile LookFile::read(const QJsonValue &path)
+{
+    QFile file(fileName(path.toString()));
+    // A device or a pipe has no size and might never end.
+    if (file.fileName().isEmpty() || !QFileInfo(file).isFile() || file.size() > maxBytes ||
+        !file.open(QIODevice::ReadOnly))
+        return {};
+    const auto content = file.readAll();
+    const auto type = QMimeDatabase().mimeTypeForFileNameAndData(file.fileName(), content).name();
+    return type.startsWith(u"image/") ? LookFile{type, content} : LookFile{};
+}
