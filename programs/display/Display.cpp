@@ -35,6 +35,7 @@ HttpServerOptions serverOptions()
 
 Display::Display(const DisplayOptions &options)
     : m_startedMs(monotonicMs())
+    , m_options(options)
     , m_server(options.port, serverOptions())
     , m_guard(serverOptions().address)
     , m_link(options.pluginUrl, m_journal)
@@ -67,6 +68,11 @@ QString Display::errorString() const
 {
     return m_pageServer && m_server.isListening() ? m_pageServer->errorString()
                                                   : m_server.errorString();
+}
+
+int Display::failedPort() const
+{
+    return m_server.isListening() ? m_options.pagePort.value_or(0) : m_options.port;
 }
 
 void Display::receive(HttpServer &server, const RequestHeader &header, const QByteArray &content)

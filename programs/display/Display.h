@@ -43,7 +43,11 @@ public:
     bool isListening() const { return errorString().isEmpty(); }
     /// Which port could not be bound, and why; empty if none.
     QString errorString() const;
+    /// That port, if there is such an error.
+    int failedPort() const;
     int port() const { return m_server.port(); }
+    /// The port that the pages have besides; 0 if none.
+    int pagePort() const { return m_pageServer ? m_pageServer->port() : 0; }
 
     /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
     void printSummary() const;
@@ -71,6 +75,7 @@ private:
     void addActions();
 
     const double m_startedMs;
+    const DisplayOptions m_options;
     HttpServer m_server;
     std::unique_ptr<HttpServer> m_pageServer; // null unless the pages have a port of their own
     const HttpGuard m_guard;                  // of the pages; messages may come from anywhere

@@ -20,10 +20,12 @@ int main(int argc, char **argv)
 
         const Display display(*options);
         if (!display.isListening()) {
+            const int port = display.failedPort();
             std::fprintf(stderr,
                          "display: port %d cannot be opened: %s. Stop the program that uses it or "
-                         "choose another with --port.\n",
-                         options->port, qPrintable(display.errorString()));
+                         "choose another with %s.\n",
+                         port, qPrintable(display.errorString()),
+                         port == options->port ? "--port" : "--page");
             return Failed;
         }
         std::printf("Display at http://127.0.0.1:%d, waiting for the register whose plug-in is at "

@@ -12,6 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto heartbeat = 5s;
+const QByteArray signOfLife = ":\n\n";
 /// How long a browser waits before it connects again.
 const QByteArray retryAfter = "retry: 500\n\n"; // ms
 
@@ -19,7 +20,7 @@ const QByteArray retryAfter = "retry: 500\n\n"; // ms
 
 EventStreams::EventStreams()
 {
-    connect(&m_heartbeat, &QTimer::timeout, this, [this] { publish(QByteArray(":\n\n")); });
+    connect(&m_heartbeat, &QTimer::timeout, this, [this] { publish(signOfLife); });
 }
 
 QByteArray EventStreams::event(const QString &name, const QJsonObject &data)
@@ -30,6 +31,7 @@ QByteArray EventStreams::event(const QString &name, const QJsonObject &data)
 
 void EventStreams::open(HttpServer &server, const QByteArray &first)
 {
+    publish(signOfLife); // a page that is loaded over and over does not pile up connections
     const auto request = server.holdRequest();
     auto stream = request->answerWithStream(pageHeader(200, QStringLiteral("text/event-stream")));
     stream->write(retryAfter + first);

@@ -1,6 +1,7 @@
 #include <display/Advertising.h>
 
-#include <common/JsonPoster.h>
+#include <display/Journal.h>
+#include <display/PluginLink.h>
 
 #include <support/LogCapture.h>
 #include <support/OutputCapture.h>
@@ -28,7 +29,8 @@ protected:
 
     support::LogCapture log;
     support::ScriptedServer plugin;
-    JsonPoster link{plugin.url(), QStringLiteral("display")};
+    Journal journal;
+    PluginLink link{plugin.url(), journal};
     Advertising advertising{link};
 };
 
