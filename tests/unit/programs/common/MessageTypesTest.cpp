@@ -38,3 +38,11 @@ TEST(MessageTypes, Have_no_name_for_a_path_that_differs_in_any_way)
                              "/configure?", "//configure", "/image/1"})
         EXPECT_TRUE(messageTypeOfPath(path).isEmpty()) << path;
 }
+
+TEST(MessageTypes, Are_known_by_their_name)
+{
+    for (const auto &type : expected)
+        EXPECT_TRUE(isMessageType(QString::fromStdString(type.name))) << type.name;
+    for (const auto *name : {"", "configure", "Configure ", "/configure"})
+        EXPECT_FALSE(isMessageType(name)) << name;
+}
