@@ -19,8 +19,9 @@ endif()
 if(VIEWCONNECTOR_TESTS)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
     find_package(GTest)
-    if(NOT GTest_FOUND) # ./run needs none
-        message(STATUS "GoogleTest: not installed, the tests are left out")
+    find_program(NODE node)
+    if(NOT GTest_FOUND OR NOT NODE) # ./run needs none
+        message(STATUS "GoogleTest or Node.js: not installed, the tests are left out")
         set(VIEWCONNECTOR_TESTS OFF)
     endif()
 endif()
