@@ -13,7 +13,7 @@ test_packages=(
     chromium fonts-dejavu-core zbar-tools
 )
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
-command -v node npm >/dev/null || test_packages+=(nodejs npm)
+{ command -v node && command -v npm; } >/dev/null || test_packages+=(nodejs npm)
 
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 
