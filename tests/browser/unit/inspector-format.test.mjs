@@ -21,8 +21,8 @@ test('A clock that is a little behind does not make a duration negative', () => 
 });
 
 test('A size has the unit that suits it', () => {
-  assert.deepEqual([0, 999, 1000, 12_345, 999_949, 999_950, 3_456_789, undefined].map(size),
-    ['0 B', '999 B', '1.0 kB', '12.3 kB', '999.9 kB', '1.0 MB', '3.5 MB', '']);
+  assert.deepEqual([0, 999, 1000, 12_345, 999_499, 999_500, 3_456_789, undefined].map(size),
+    ['0 B', '999 B', '1.0 kB', '12.3 kB', '999 kB', '1.0 MB', '3.5 MB', '']);
 });
 
 test('A count goes with its word', () => {

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { jsonLines, searchText } from '../../../programs/display/web/inspector/json.js';
+import { jsonLines, oneLine, searchText } from '../../../programs/display/web/inspector/json.js';
 
 const textOf = ({ lines }) => lines.map((line) => line.map(({ text }) => text).join('')).join('\n');
 
@@ -48,4 +48,10 @@ test('The text to search in holds keys and values but not what is left out of lo
   assert.ok(!text.includes('END'));
   assert.equal(searchText(undefined), '');
   assert.equal(searchText(null), 'null');
+});
+
+test('A value on one line is its beginning, made without reading the rest', () => {
+  assert.equal(oneLine({ a: [1, 'two'], b: {} }), '{"a":[1,"two"],"b":{}}');
+  const line = oneLine(Array.from({ length: 1_000_000 }, () => 'text'));
+  assert.ok(line.length < 400 && line.endsWith('…'), line);
 });

@@ -22,7 +22,8 @@ export function duration(ms) {
 export function size(bytes) {
   if (!Number.isFinite(bytes)) return '';
   if (bytes < 1000) return `${bytes} B`;
-  return bytes < 999_950 ? `${(bytes / 1000).toFixed(1)} kB` : `${(bytes / 1e6).toFixed(1)} MB`;
+  if (bytes < 99_950) return `${(bytes / 1000).toFixed(1)} kB`;
+  return bytes < 999_500 ? `${Math.round(bytes / 1000)} kB` : `${(bytes / 1e6).toFixed(1)} MB`;
 }
 
 /** "1 message", "12,345 messages". */

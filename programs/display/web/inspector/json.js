@@ -2,6 +2,7 @@
 
 const longestText = 160;
 const shownOfText = 80;
+const mostOfSummary = 300;
 const indent = '  ';
 
 /** @typedef {{kind: 'key'|'string'|'number'|'word'|'mark'|'remark', text: string}} Piece */
@@ -27,6 +28,16 @@ export function jsonLines(value, mostLines) {
 export function searchText(value) {
   return JSON.stringify(value, (key, item) => (
     isLong(item) ? item.slice(0, longestText) : item)) ?? '';
+}
+
+/** The beginning of a value as one line. */
+export function oneLine(value) {
+  let line = '';
+  for (const piece of pieces(value, '')) {
+    if (piece !== lineBreak) line += piece.text.trim();
+    if (line.length > mostOfSummary) return `${line}…`;
+  }
+  return line;
 }
 
 const lineBreak = Symbol('line break');
