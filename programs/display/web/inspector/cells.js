@@ -62,11 +62,13 @@ export function whyLost(withMessage) {
 }
 
 /** What a message's answer means, in a word and in a sentence. */
-export function statusOf({ status, reason, ...message }, carried) {
+export function statusOf({ status, reason }, carried) {
   if (status === 0) return { text: 'cut', look: 'bad', title: 'The connection was closed without an answer' };
   if (carried?.givenUp)
     return { text: 'late', look: 'warn', title: `Answered ${status} after the plug-in had given up and sent it again` };
-  return { text: String(status), look: isAccepted({ status, ...message }) ? 'good' : 'bad', title: reason || 'Accepted' };
+  return isAccepted({ status })
+    ? { text: String(status), look: 'good', title: 'Accepted' }
+    : { text: String(status), look: 'bad', title: reason || 'Not accepted' };
 }
 
 function bodyOf({ body, reason }) {

@@ -34,7 +34,7 @@ async function send(path, body, onProblem) {
       headers: { 'Content-Type': 'application/json' },
       body: JSON.stringify(body),
     });
-    if (!answer.ok) onProblem(await answer.text() || `The display answered ${answer.status}.`);
+    if (!answer.ok) onProblem((await answer.text()).trim() || `The display answered ${answer.status}.`);
   } catch {
     onProblem('The display does not answer.');
   }

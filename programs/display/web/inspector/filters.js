@@ -37,7 +37,6 @@ export class Filters {
       if (title === known.shown) continue;
       known.shown = title;
       known.chip.title = title;
-      known.chip.setAttribute('aria-label', `${group}: ${title}`);
       known.counts.replaceChildren(...words.map((kind) => (
         make('span', { className: counts[kind] > 0 ? kind : 'zero', textContent: counts[kind] }))));
     }

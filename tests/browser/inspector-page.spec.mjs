@@ -1,0 +1,143 @@
+// The inspector's page as a whole: its connection, its looks, its size.
+import { expect, test } from './support/fixtures.mjs';
+import { violations } from './support/axe.mjs';
+import { ask, cell, chip, expectComplaints, openInspector, rows } from './support/inspector.mjs';
+import { overflowingTexts } from './support/overflow.mjs';
+import { keepScreenshot } from './support/screenshots.mjs';
+
+/** Something of everything that the page can show. */
+async function fill(display) {
+  await ask(display, 'Configure');
+  await display.post('/configure', { 'View.Style:positionFontType': 'Sans Serif', none: null, yes: true, number: 14 });
+  for (let count = 0; count < 30; count += 1) {
+    await ask(display, 'UpdateDocument');
+    await ask(display, 'UpdateDocument');
+    await display.post('/updateDocument', { number: count, positions: [{ name: 'Хлеб '.repeat(60), price: 1e12 }] });
+  }
+  await display.post(`/${'a-path-that-is-long'.repeat(8)}`, {});
+  await display.post('/switches', { error: true });
+  for (const type of ['QrPayment', 'PriceList', 'Content', 'PaymentDraft']) await ask(display, type);
+  await display.post('/qrPayment', { qrCode: 'https://example.org' });
+  await display.post('/qrPayment', { qrCode: 'https://example.org' });
+  await display.post('/actions', { do: 'ask-unknown-image' });
+}
+
+async function openFilled(page, display) {
+  await fill(display);
+  await openInspector(page, display);
+  await expect(page.locator('#pending li').first()).toContainText('QrPayment');
+  await page.locator('#recording').setInputFiles({
+    name: 'a-recording-with-a-long-name-of-the-whole-day.jsonl', mimeType: 'text/plain', buffer: Buffer.from('{"status":500}\nbroken'),
+  });
+  await expect(page.getByRole('alert')).toBeVisible();
+  await rows(page, 'UpdateDocument').last().click();
+  await page.locator('#details summary').click();
+}
+
+for (const colorScheme of ['light', 'dark'])
+  test(`The page is accessible in the ${colorScheme} scheme`, async ({ page, display }) => {
+    await page.emulateMedia({ colorScheme });
+    await openFilled(page, display);
+    await chip(page, 'UpdateDocument').click();
+    await display.post('/switches', { down: true, slowMs: 3000 });
+    await expect(page.getByRole('switch', { name: 'Slow' })).toHaveAttribute('aria-checked', 'true');
+    expect(await violations(page)).toEqual([]);
+    await rows(page, 'UpdateDocument').last().hover();
+    expect(await violations(page)).toEqual([]);
+    await chip(page, 'UpdateDocument').click();
+    await keepScreenshot(page, `inspector-${colorScheme}`);
+  });
+
+for (const [width, height] of [[1024, 600], [1280, 720], [1920, 1080]])
+  test(`Every text has its room at ${width}x${height}`, async ({ page, display }) => {
+    await page.setViewportSize({ width, height });
+    await openFilled(page, display);
+    expect(await overflowingTexts(page)).toEqual([]);
+    expect(await page.evaluate(() => document.documentElement.scrollWidth)).toBeLessThanOrEqual(width);
+    expect(await page.evaluate(() => document.documentElement.scrollHeight)).toBeLessThanOrEqual(height);
+    await expect(rows(page).last()).toBeVisible();
+    await keepScreenshot(page, `inspector-${width}`);
+  });
+
+test('The screen is beside the wire and can be folded away', async ({ page, display }) => {
+  await openInspector(page, display);
+  const screen = page.locator('#screen');
+  const box = await screen.boundingBox();
+  expect(box.width / box.height).toBeGreaterThan(1);
+  const details = page.locator('#details');
+  const before = (await details.boundingBox()).height;
+  await page.getByRole('button', { name: 'Screen' }).click();
+  await expect(screen).toBeHidden();
+  expect((await details.boundingBox()).height).toBeGreaterThan(before + 100);
+  await page.getByRole('button', { name: 'Screen' }).click();
+  await expect(screen).toBeVisible();
+});
+
+test('A lost connection is shown, and the journal read anew when it is back', async ({ page, startDisplay }) => {
+  const first = await startDisplay();
+  await openInspector(page, first);
+  await first.post('/content', { number: 1 });
+  await first.post('/content', { number: 2 });
+  await expect(rows(page, 'Content')).toHaveCount(2);
+  await first.stop();
+  await expect(page.getByText('Connection lost, trying again…')).toBeVisible();
+  await expect(rows(page, 'Content')).toHaveCount(2);
+  await page.getByRole('button', { name: 'Restart empty' }).click();
+  await expect(page.getByRole('alert')).toContainText('The display does not answer.');
+
+  const second = await startDisplay({ port: Number(new URL(first.url).port) });
+  await second.post('/content', { number: 3 });
+  await expect(page.getByText('Connected', { exact: true })).toBeVisible();
+  await expect(rows(page, 'Content')).toHaveCount(1);
+  await second.post('/content', { number: 4 });
+  await expect(rows(page, 'Content')).toHaveCount(2);
+  await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2 sent/);
+  expectComplaints(page, /ERR_/); // of the connections that failed
+});
+
+test('A connection that comes back to the same display shows nothing twice', async ({ page, display }) => {
+  await openInspector(page, display);
+  await display.post('/content', { number: 1 });
+  await expect(rows(page, 'Content')).toHaveCount(1);
+  // A hidden page closes its connection and opens another when it is seen again.
+  for (const hidden of [true, false])
+    await page.evaluate((isHidden) => {
+      Object.defineProperty(document, 'hidden', { get: () => isHidden, configurable: true });
+      document.dispatchEvent(new Event('visibilitychange'));
+    }, hidden);
+  await display.post('/content', { number: 2 });
+  await expect(rows(page, 'Content')).toHaveCount(2);
+  await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2 sent/);
+});
+
+test('With thousands of entries a new one is drawn at once and few rows exist', async ({ page, display }) => {
+  const many = 2500;
+  for (let sent = 0; sent < many; sent += 10)
+    await Promise.all(Array.from({ length: 10 }, (_, index) => display.post('/content', { number: sent + index, text: 'x'.repeat(400) })));
+  await openInspector(page, display);
+  await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2500 sent/);
+  expect(await rows(page).count()).toBeLessThan(80);
+
+  // The longest that the page keeps the browser from drawing while rows come and one scrolls.
+  const longest = page.evaluate(async () => {
+    const grid = document.getElementById('timeline');
+    let worst = 0;
+    let last = performance.now();
+    for (let frame = 0; frame < 120; frame += 1) {
+      grid.scrollTop = frame % 2 ? 0 : frame * 400;
+      const start = await new Promise((next) => { requestAnimationFrame(() => setTimeout(() => next(performance.now()))); });
+      worst = Math.max(worst, start - last);
+      last = start;
+    }
+    return worst;
+  });
+  for (let number = 0; number < 40; number += 1) await display.post('/content', { number });
+  const longestMs = await longest;
+  test.info().annotations.push({ type: 'measured', description: `longest frame ${longestMs.toFixed(0)} ms` });
+  expect(longestMs).toBeLessThan(500);
+
+  await page.locator('#timeline').focus();
+  await page.keyboard.press('End');
+  await expect(cell(rows(page).last(), 'type')).toHaveText('Content');
+  await expect(page.locator('.json')).toContainText('"number": 39');
+});
