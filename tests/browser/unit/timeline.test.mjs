@@ -124,6 +124,12 @@ test('What would be lost is carried if a message follows, or superseded by somet
   assert.deepEqual(later.carried.get(5).superseded, [120]);
 });
 
+test('What was thought lost waits again when a message that carries it fails', () => {
+  const { lost, pending } = related([arrived(100, { tookMs: 50 }), asked(120), arrived(400, { status: 500 })]);
+  assert.deepEqual(lost, []);
+  assert.deepEqual(pending, [{ type: 'UpdateDocument', askedMs: 120, supersedes: [], attempts: 1 }]);
+});
+
 test('What is asked for while a message of another type is being answered waits', () => {
   const { lost, pending } = related([arrived(100, { tookMs: 50, type: 'QrPayment' }), asked(120)]);
   assert.deepEqual(lost, []);
@@ -197,4 +203,16 @@ test('Notes and requests are related to nothing', () => {
   const { carried, pending } = related([{ id: (ids += 1), kind: 'note', text: 'started', ms: 1 },
     { id: (ids += 1), kind: 'request', name: 'getImage', ms: 2, tookMs: 1, accepted: true }]);
   assert.deepEqual([carried.size, pending], [0, []]);
+});
+
+test('A full journal is related within a frame or two', () => {
+  const entries = [];
+  for (let index = 0; index < 2500; index += 1)
+    entries.push({ ...asked(index * 10), id: index * 2 + 1 }, { ...arrived(index * 10 + 5), id: index * 2 + 2 });
+  relate(entries);
+  const start = performance.now();
+  const { carried } = relate(entries);
+  const tookMs = performance.now() - start;
+  assert.equal(carried.size, 2500);
+  assert.ok(tookMs < 100, `${tookMs} ms`);
 });

@@ -4,7 +4,8 @@
 // and repeats it until it is accepted; then it forgets what waits of that type. The register tells
 // when something was asked for, perhaps after the message has arrived. A message carries no mark of
 // what it was asked by: the times alone relate them.
-import { firstOfAll, urgency, waitsInOrder } from './types.js';
+import { TypeQueue } from './type-queue.js';
+import { firstOfAll, urgency } from './types.js';
 
 // What is asked for while the answer travels back is still forgotten with the accepted message.
 const answerTravelMs = 20;
@@ -57,57 +58,18 @@ export function isAccepted(message) {
 }
 
 function relateType(type, asked, messages, starts, { carried, pending, lost }) {
-  let waiting = [];
-  let coming = asked.map((ask) => ({ ...ask, lostWith: null }));
-  let failures = 0;
-
-  const forgetBefore = (start) => {
-    lost.push(...waiting.filter(({ ms }) => ms < start)
-      .map((ask) => ({ id: ask.id, type, ms: ask.ms, withMessage: ask.lostWith })));
-    waiting = waiting.filter(({ ms }) => ms >= start);
-  };
-
+  const queue = new TypeQueue(type, asked);
   messages.forEach((message, index) => {
-    waiting.push(...coming.filter(({ ms }) => ms <= message.ms));
-    coming = coming.filter(({ ms }) => ms > message.ms);
-    forgetBefore(lastBefore(starts, message.ms));
-
+    queue.advanceTo(message.ms, lastBefore(starts, message.ms));
     const answeredMs = message.ms + message.tookMs;
-    const givenUp = index + 1 < messages.length && messages[index + 1].ms < answeredMs;
-    const ask = (waitsInOrder(type) ? waiting[0] : waiting.at(-1)) ?? null;
-    carried.set(message.id, {
-      askedMs: ask?.ms ?? null,
-      waitedMs: ask && message.ms - ask.ms,
-      superseded: waitsInOrder(type) ? [] : waiting.slice(0, -1).map(({ ms }) => ms),
-      attempt: failures + 1,
-      givenUp,
-    });
-    if (!waitsInOrder(type)) waiting = waiting.slice(-1);
-
-    if (!isAccepted(message) || givenUp) {
-      failures += 1;
-      return;
-    }
-    failures = 0;
-    waiting = waiting.filter((one) => one !== ask);
-    if (!waitsInOrder(type))
-      for (const late of coming)
-        if (late.ms <= answeredMs + answerTravelMs) late.lostWith = message.n;
+    const givenUp = messages[index + 1]?.ms < answeredMs;
+    carried.set(message.id, { ...queue.carry(message.ms), givenUp });
+    if (isAccepted(message) && !givenUp) queue.accept(message.n, answeredMs + answerTravelMs);
+    else queue.fail();
   });
-
-  waiting.push(...coming);
-  forgetBefore(lastBefore(starts, Infinity));
-  lost.push(...waiting.filter(({ lostWith }) => lostWith !== null)
-    .map((ask) => ({ id: ask.id, type, ms: ask.ms, withMessage: ask.lostWith })));
-  addPending(type, waiting.filter(({ lostWith }) => lostWith === null).map(({ ms }) => ms), failures, pending);
-}
-
-function addPending(type, times, attempts, pending) {
-  if (waitsInOrder(type))
-    pending.push(...times.map((askedMs, index) => (
-      { type, askedMs, supersedes: [], attempts: index === 0 ? attempts : 0 })));
-  else if (times.length > 0)
-    pending.push({ type, askedMs: times.at(-1), supersedes: times.slice(0, -1), attempts });
+  queue.advanceTo(Infinity, lastBefore(starts, Infinity));
+  pending.push(...queue.pending());
+  lost.push(...queue.lost());
 }
 
 /** Of a journal whose beginning has fallen out, what was asked for before the rest is unknown:
