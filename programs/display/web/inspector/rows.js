@@ -69,8 +69,8 @@ function textOf({ entry, group }) {
 }
 
 /**
- * How many of each type were asked for, accepted, superseded and tried again; for requests and notes
- * only `sent`, their number.
+ * How many of each type were asked for, sent with success, superseded and tried again; for requests
+ * and notes only `sent`, their number.
  *
  * @returns {Map<string, {asked: number, sent: number, superseded: number, retried: number}>}
  */
@@ -78,9 +78,9 @@ export function countByGroup(entries, { carried }) {
   const counts = new Map(groups.map((group) => [group, { asked: 0, sent: 0, superseded: 0, retried: 0 }]));
   for (const entry of entries) {
     const counted = counts.get(groupOf(entry));
-    const { superseded = [], attempt = 1 } = carried.get(entry.id) ?? {};
+    const { superseded = [], attempt = 1, givenUp = false } = carried.get(entry.id) ?? {};
     if (entry.kind === 'asked') counted.asked += 1;
-    else if (entry.kind !== 'message' || isAccepted(entry)) counted.sent += 1;
+    else if (entry.kind !== 'message' || (isAccepted(entry) && !givenUp)) counted.sent += 1;
     counted.superseded += superseded.length;
     if (attempt > 1) counted.retried += 1;
   }
