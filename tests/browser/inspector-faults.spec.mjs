@@ -73,7 +73,8 @@ test('Two inspectors agree', async ({ page, display, context }) => {
 test('A restart without memory empties the screen', async ({ page, display }) => {
   await openInspector(page, display);
   await display.post('/configure', {});
-  await display.post('/updateDocument', { number: 7, state: 'open', positions: [{ name: 'Хлеб ржаной', quantity: 1, price: 6490, sum: 6490, total: 6490 }], total: 6490 });
+  const bread = { name: 'Хлеб ржаной', quantity: 1, price: 6490, sum: 6490, total: 6490 };
+  await display.post('/updateDocument', { number: 7, state: 'open', positions: [bread], total: 6490 });
   const screen = page.frameLocator('iframe');
   await expect(screen.getByText('Хлеб ржаной').first()).toBeVisible();
   await page.getByRole('button', { name: 'Restart empty' }).click();

@@ -27,7 +27,9 @@ async function openFilled(page, display) {
   await openInspector(page, display);
   await expect(page.locator('#pending li').first()).toContainText('QrPayment');
   await page.locator('#recording').setInputFiles({
-    name: 'a-recording-with-a-long-name-of-the-whole-day.jsonl', mimeType: 'text/plain', buffer: Buffer.from('{"status":500}\nbroken'),
+    name: 'a-recording-with-a-long-name-of-the-whole-day.jsonl',
+    mimeType: 'text/plain',
+    buffer: Buffer.from('{"status":500}\nbroken'),
   });
   await expect(page.getByRole('alert')).toBeVisible();
   await rows(page, 'UpdateDocument').last().click();

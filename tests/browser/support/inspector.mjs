@@ -51,14 +51,14 @@ export async function journalOf(display) {
   throw new Error(`no journal: ${text.slice(0, 200)}`);
 }
 
-const picture = Buffer.from('iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==', 'base64');
+const picture = '<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"><rect width="9" height="9"/></svg>';
 
 /** A plug-in that accepts every request and keeps its body; it also has a picture to show. */
 export async function startPlugin() {
   const requests = [];
   const server = createServer(async (request, answer) => {
     if (request.method === 'GET') {
-      answer.setHeader('Content-Type', 'image/png').end(picture);
+      answer.setHeader('Content-Type', 'image/svg+xml').end(picture);
       return;
     }
     let body = '';

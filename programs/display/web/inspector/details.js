@@ -99,6 +99,7 @@ function json(body) {
   const code = make('pre', { className: 'json' });
   for (const line of lines)
     code.append(...line.map(({ kind, text }) => make('span', { className: kind, textContent: text })), '\n');
-  return isWhole ? [code]
-    : [code, make('p', { className: 'remark', textContent: `Only the first ${count(lines.length, 'line')} are shown; the copy is whole.` })];
+  if (isWhole) return [code];
+  const remark = `Only the first ${count(lines.length, 'line')} are shown; the copy is whole.`;
+  return [code, make('p', { className: 'remark', textContent: remark })];
 }

@@ -5,7 +5,8 @@ const two = (number) => String(number).padStart(2, '0');
 /** A moment, in ms since the epoch, as "14:03:27.045" of this machine's time zone. */
 export function timeOfDay(epochMs) {
   const at = new Date(Math.round(epochMs));
-  return `${two(at.getHours())}:${two(at.getMinutes())}:${two(at.getSeconds())}.${String(at.getMilliseconds()).padStart(3, '0')}`;
+  const milliseconds = String(at.getMilliseconds()).padStart(3, '0');
+  return `${two(at.getHours())}:${two(at.getMinutes())}:${two(at.getSeconds())}.${milliseconds}`;
 }
 
 /** A length of time in ms: "0.4 ms", "250 ms", "1.25 s", "2m05s". */

@@ -83,10 +83,7 @@ export class List {
     const cells = cellsOf(row, index > 0 ? this.#rows[index - 1].ms : null, this.#epochOf);
     const content = JSON.stringify(cells);
     let element = this.#drawn.get(row.key);
-    if (element?.dataset.content !== content)
-      element = make('div', { className: 'row', id: `row ${row.key}`.replaceAll(/[ .]/g, '-'), '@role': 'row', dataset: { key: row.key, content } },
-        ...cells.map(({ text, look = '', title = '' }) => (
-          make('span', { '@role': 'gridcell', className: look, title, textContent: text, '@data-clipped': '' }))));
+    if (element?.dataset.content !== content) element = rowElement(row.key, cells, content);
     element.style.top = `${index * rowHeight}px`;
     element.setAttribute('aria-rowindex', index + 2);
     element.setAttribute('aria-selected', row.key === this.chosenKey);
@@ -126,4 +123,12 @@ export class List {
     if (top < scrollTop) this.#grid.scrollTop = top;
     else if (top + rowHeight + head > scrollTop + clientHeight) this.#grid.scrollTop = top + rowHeight + head - clientHeight;
   }
+}
+
+function rowElement(key, cells, content) {
+  const id = `row ${key}`.replaceAll(/[ .]/g, '-');
+  return make('div', { className: 'row', id, '@role': 'row', dataset: { key, content } },
+    ...cells.map(({ text, look = '', title = '' }) => make('span', {
+      '@role': 'gridcell', className: look, title, textContent: text, '@data-clipped': '',
+    })));
 }
