@@ -77,12 +77,8 @@ int Display::failedPort() const
 
 void Display::receive(HttpServer &server, const RequestHeader &header, const QByteArray &content)
 {
-    if (servePage(server, header, content))
-        return;
-    if (&server == &m_server)
-        receiveMessage(header, content);
-    else
-        m_routes.serve(server, header, content); // refuses it
+    if (!servePage(server, header, content))
+        receiveMessage(server, header, content);
 }
 
 /// Pages of other sites in a browser on this machine must neither see nor switch anything.
@@ -98,7 +94,8 @@ bool Display::servePage(HttpServer &server, const RequestHeader &header, const Q
     return true;
 }
 
-void Display::receiveMessage(const RequestHeader &header, const QByteArray &content)
+void Display::receiveMessage(HttpServer &server, const RequestHeader &header,
+                             const QByteArray &content)
 {
     Arrival arrival{++m_received,
                     monotonicMs(),
@@ -107,7 +104,7 @@ void Display::receiveMessage(const RequestHeader &header, const QByteArray &cont
                     content.size(),
                     !header.value(replayField).isEmpty(),
                     readMessage(header.method(), header.path(), content)};
-    auto request = m_server.holdRequest();
+    auto request = server.holdRequest();
     if (const int slowMs = m_inspector.switches().slowMs; slowMs > 0)
         QTimer::singleShot(slowMs, this, [this, request, arrival] { answer(*request, arrival); });
     else

@@ -46,7 +46,7 @@ public:
     /// That port, if there is such an error.
     int failedPort() const;
     int port() const { return m_server.port(); }
-    /// The port that the pages have besides; 0 if none.
+    /// The second port; 0 if there is none.
     int pagePort() const { return m_pageServer ? m_pageServer->port() : 0; }
 
     /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
@@ -66,7 +66,7 @@ private:
     };
 
     void receive(HttpServer &server, const RequestHeader &header, const QByteArray &content);
-    void receiveMessage(const RequestHeader &header, const QByteArray &content);
+    void receiveMessage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     bool servePage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     void answer(HeldRequest &request, Arrival arrival);
     void note(const Arrival &arrival);
@@ -77,7 +77,7 @@ private:
     const double m_startedMs;
     const DisplayOptions m_options;
     HttpServer m_server;
-    std::unique_ptr<HttpServer> m_pageServer; // null unless the pages have a port of their own
+    std::unique_ptr<HttpServer> m_pageServer; // null without a second port
     const HttpGuard m_guard;                  // of the pages; messages may come from anywhere
     std::optional<Recorder> m_recorder;
     int m_received = 0;

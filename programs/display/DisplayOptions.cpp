@@ -35,7 +35,8 @@ std::optional<DisplayOptions> DisplayOptions::parse(const QStringList &arguments
     line.addOption(QStringLiteral("record"),
                    QStringLiteral("Write each message as a line of JSON to FILE."),
                    QStringLiteral("FILE"));
-    line.addOption(QStringLiteral("page"), QStringLiteral("Serve the pages on another port, too."),
+    line.addOption(QStringLiteral("page"),
+                   QStringLiteral("Listen on another port, too, for those who look at the pages."),
                    QStringLiteral("PORT"));
     line.addOption(QStringLiteral("state"),
                    QStringLiteral("Keep the last state in FILE and show it again after a restart; "

@@ -13,7 +13,7 @@ struct DisplayOptions
 {
     int port = 38080;
     QUrl pluginUrl{QStringLiteral("http://127.0.0.1:38081")};
-    std::optional<int> pagePort; ///< where the pages are besides `port`
+    std::optional<int> pagePort; ///< listens there, too
     QString recordFile;          ///< empty: no record
     QString stateFile;           ///< empty: the last state is not kept
     Switches switches;

@@ -6,6 +6,7 @@ const results = process.env.RESULTS ?? '../../build/release/browser';
 
 export default defineConfig({
   testDir: '.',
+  testMatch: '*.spec.mjs',
   outputDir: `${results}/failures`,
   workers: 1,
   timeout: 60_000,
