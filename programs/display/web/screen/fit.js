@@ -1,0 +1,17 @@
+// The largest size at which a text fits.
+
+const largest = 72;
+const least = 14;
+const step = 0.92;
+const padding = 32;
+
+/** Sets the size of an element's text so that it fits into the box; what is too long even for the
+    least size is cut at its end. */
+export function fitText(element, box) {
+  const room = { width: box.width - 2 * padding, height: box.height - 2 * padding };
+  element.style.maxHeight = `${room.height}px`;
+  for (let size = largest; size >= least; size *= step) {
+    element.style.fontSize = `${size}px`;
+    if (element.scrollHeight <= room.height && element.scrollWidth <= room.width) return;
+  }
+}

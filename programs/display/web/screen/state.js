@@ -1,0 +1,95 @@
+// What the screen knows, put together from the messages alone, in their order of arrival.
+import { contentOf } from './content.js';
+import { looksOf } from './looks.js';
+import { receiptOf, newestLine } from './receipt.js';
+import { receiptIsShown } from './scene.js';
+import { isObject, numberOf, objectsOf, textOf } from './values.js';
+
+/** Before any message. */
+export const nothing = Object.freeze({
+  isConfigured: false,
+  looks: looksOf({}),
+  receipt: null,
+  pictures: {},
+  qr: null,
+  prices: null,
+  draft: null,
+  content: null,
+});
+
+const scrolls = ['down', 'up', 'top', 'bottom'];
+
+/** Whether a payment that is announced now belongs to a receipt that is paid already: the newest
+    receipt overtakes it on the way. */
+const comesTooLate = (state, at) => state.receipt?.isPaid === true && receiptIsShown(state, at);
+
+function updateDocument(state, { body, at }) {
+  const receipt = receiptOf(body);
+  if (receipt === null) return { ...state, receipt: null, draft: null };
+  const before = state.receipt?.number === receipt.number ? state.receipt : null;
+  return {
+    ...state,
+    receipt: { ...receipt, at: numberOf(at), newest: newestLine(before?.positions ?? null, receipt.positions) },
+    qr: receipt.isPaid ? null : state.qr,
+    draft: receipt.isPaid || before === null ? null : state.draft,
+  };
+}
+
+function qrPayment(state, { n, body, at }) {
+  if (body.close === true) return { ...state, qr: null };
+  if (comesTooLate(state, at)) return state;
+  const timeoutMs = Math.max(0, numberOf(body.timeout)) * 1000;
+  return {
+    ...state,
+    qr: { n, text: textOf(body.qrCode), amount: numberOf(body.amount), timeoutMs, at: numberOf(at) },
+  };
+}
+
+function priceList(state, { n, body }) {
+  if (body.close === true) return { ...state, prices: null };
+  if ('data' in body)
+    return {
+      ...state,
+      prices: {
+        n,
+        title: textOf(body.title),
+        rows: objectsOf(body.data),
+        columns: Math.max(1, Math.trunc(numberOf(body.columns, 1))),
+        scrolls: [],
+      },
+    };
+  if (state.prices === null || !scrolls.includes(body.scroll)) return state;
+  return { ...state, prices: { ...state.prices, scrolls: [...state.prices.scrolls, body.scroll] } };
+}
+
+function imageData(state, { body }) {
+  const id = isObject(body.id) ? body.id : {};
+  return { ...state, pictures: { ...state.pictures, [`${id.type}:${id.value}`]: textOf(body.uri) } };
+}
+
+function paymentDraft(state, { body, at }) {
+  const isEmpty = Object.keys(body).length === 0;
+  const isForAnother = state.receipt !== null && 'number' in body && textOf(body.number) !== state.receipt.number;
+  if (isEmpty || isForAnother || comesTooLate(state, at)) return { ...state, draft: null };
+  return { ...state, draft: { kind: textOf(body.kind), amount: numberOf(body.amount, numberOf(body.total)) } };
+}
+
+const readers = {
+  Configure: (_, { n, body }) => ({ ...nothing, isConfigured: true, looks: looksOf(body, n) }),
+  UpdateDocument: updateDocument,
+  QrPayment: qrPayment,
+  PriceList: priceList,
+  ImageData: imageData,
+  Content: (state, { n, body }) => ({ ...state, content: contentOf(body, n) }),
+  PaymentDraft: paymentDraft,
+};
+
+/** The state after a message. */
+export function apply(state, message) {
+  if (!isObject(message) || !Object.hasOwn(readers, message.type)) return state;
+  const body = isObject(message.body) ? message.body : {};
+  return readers[message.type](state, { ...message, body });
+}
+
+/** The state after these messages and no others. */
+export const applyAll = (messages) => objectsOf(messages).reduce(apply, nothing);
