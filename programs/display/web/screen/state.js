@@ -23,15 +23,22 @@ const scrolls = ['down', 'up', 'top', 'bottom'];
     receipt overtakes it on the way. */
 const comesTooLate = (state, at) => state.receipt?.isPaid === true && receiptIsShown(state, at);
 
+/** Whether an announced payment is for this receipt; one that does not say is for the present one. */
+function isFor(draft, receipt, before) {
+  if (draft.number !== null) return draft.number === receipt.number;
+  return before === null || before.number === receipt.number;
+}
+
 function updateDocument(state, { body, at }) {
   const receipt = receiptOf(body);
   if (receipt === null) return { ...state, receipt: null, draft: null };
   const before = state.receipt?.number === receipt.number ? state.receipt : null;
+  const draftStays = state.draft !== null && !receipt.isPaid && isFor(state.draft, receipt, state.receipt);
   return {
     ...state,
     receipt: { ...receipt, at: numberOf(at), newest: newestLine(before?.positions ?? null, receipt.positions) },
     qr: receipt.isPaid ? null : state.qr,
-    draft: receipt.isPaid || before === null ? null : state.draft,
+    draft: draftStays ? state.draft : null,
   };
 }
 
@@ -68,10 +75,15 @@ function imageData(state, { body }) {
 }
 
 function paymentDraft(state, { body, at }) {
+  const draft = {
+    number: 'number' in body ? textOf(body.number) : null,
+    kind: textOf(body.kind),
+    amount: numberOf(body.amount, numberOf(body.total)),
+  };
   const isEmpty = Object.keys(body).length === 0;
-  const isForAnother = state.receipt !== null && 'number' in body && textOf(body.number) !== state.receipt.number;
-  if (isEmpty || isForAnother || comesTooLate(state, at)) return { ...state, draft: null };
-  return { ...state, draft: { kind: textOf(body.kind), amount: numberOf(body.amount, numberOf(body.total)) } };
+  const isForAnother = state.receipt !== null && !isFor(draft, state.receipt, state.receipt);
+  const goes = isEmpty || isForAnother || comesTooLate(state, at);
+  return { ...state, draft: goes ? null : draft };
 }
 
 const readers = {
