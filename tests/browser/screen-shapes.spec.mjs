@@ -36,8 +36,9 @@ async function show(page, display, style, messages) {
   await openScreen(page, display);
 }
 
-/** Once nothing moves any more. */
-const settled = (page) => page.waitForFunction(() => document.getAnimations().every(({ playState }) => playState === 'finished'));
+/** Once nothing moves any more but the bar that counts the time down. */
+const settled = (page) => page.waitForFunction(() => document.getAnimations()
+  .every(({ playState, effect }) => playState === 'finished' || effect.target.matches('.bar')));
 
 /** Whether nothing of the page lies outside its window. */
 const fitsWindow = (page) => page.evaluate(() => document.documentElement.scrollWidth <= innerWidth
