@@ -9,6 +9,15 @@ const fullHd = { width: 1920, height: 1080 };
 const classic = (displayType = 0, more = {}) => looksOf({ 'View.Style:displayType': displayType, ...more });
 const touch = (displayType = 0, more = {}) => looksOf({ 'View.Interface:touchng': true, 'View.QmlStyle:displayType': displayType, ...more });
 
+const extreme = {
+  'View.Style:elementsMargin': 250, 'View.Style:receiptHeight': 3000, 'View.Style:receiptWidth': 2000,
+  'View.QmlStyle:advertisingWidth': 3000, 'View.QmlStyle:advertisingHeight': 3000,
+};
+const tiny = {
+  'View.Style:elementsMargin': 0, 'View.Style:receiptHeight': 1, 'View.Style:receiptWidth': 1,
+  'View.QmlStyle:advertisingWidth': 1, 'View.QmlStyle:advertisingHeight': 1,
+};
+
 function assertWithin(box, { width, height }, what) {
   assert.ok(box.x >= -0.01 && box.y >= -0.01, `${what} begins on the stage`);
   assert.ok(box.x + box.width <= width + 0.01 && box.y + box.height <= height + 0.01, `${what} ends on the stage`);
@@ -20,7 +29,7 @@ const overlap = (a, b) => a.x + a.width > b.x + 0.01 && b.x + b.width > a.x + 0.
 
 test('In every window and layout the parts are on the stage and none covers the other', () => {
   for (const window of windows)
-    for (const looks of [0, 1, 2, 3].flatMap((type) => [classic(type), touch(type)])) {
+    for (const looks of [0, 1, 2, 3].flatMap((type) => [classic(type), touch(type), ...[extreme, tiny].map((more) => touch(type, more))])) {
       const layout = layoutOf(window, looks, true);
       const what = `${window.width}x${window.height} type ${looks.displayType}`;
       assertWithin(layout.receipt, layout.stage, `receipt in ${what}`);
@@ -86,6 +95,11 @@ test('Without a receipt the advertising has the whole stage, whatever the type',
 test('With the touch interface the advertising area has its own size', () => {
   const { advertising } = layoutOf(fullHd, touch(0, { 'View.QmlStyle:advertisingWidth': 480, 'View.QmlStyle:advertisingHeight': 270 }), true);
   assert.deepEqual([advertising.width, advertising.height], [480, 270]);
+});
+
+test('Above each other, too, the advertising area of the touch interface has its size', () => {
+  const { advertising } = layoutOf({ width: 768, height: 1366 }, touch(0), true);
+  assert.deepEqual([advertising.width, advertising.height].map(Math.round), [560, 256]);
 });
 
 test('A code to pay by has about half of the height in every window and layout', () => {

@@ -4,6 +4,7 @@ import { fixed, quantity } from '../../../programs/pages/web/russian.js';
 import { countdown } from '../../../programs/display/web/screen/countdown.js';
 import { fillMask } from '../../../programs/display/web/screen/mask.js';
 import { pageAfter, pagesOf } from '../../../programs/display/web/screen/pages.js';
+import { typeset } from '../../../programs/display/web/screen/typeset.js';
 import { goodsCount, receiptOf } from '../../../programs/display/web/screen/receipt.js';
 
 const fill = (mask, position) => fillMask(mask, position, { fixed, plain: quantity });
@@ -64,4 +65,10 @@ test('Scrolling stops at both ends', () => {
 test('Pieces are counted one by one, and what is weighed once', () => {
   const positions = [{ quantity: 2 }, { quantity: 0.734 }, {}, { quantity: 'x' }];
   assert.equal(goodsCount(receiptOf({ number: 1, positions })), 5);
+});
+
+test('A number stays in one line with its unit, and nothing else changes', () => {
+  assert.equal(typeset('Хлеб, 400 г'), 'Хлеб, 400\u00a0г');
+  assert.equal(typeset('Молоко 3,2 %, 930 мл'), 'Молоко 3,2\u00a0%, 930\u00a0мл');
+  for (const text of ['10 груш', 'Сорт 1 манго', 'а г', '']) assert.equal(typeset(text), text);
 });

@@ -13,7 +13,9 @@ export function draftView() {
     if (draft === shown || draft === null) return;
     shown = draft;
     part('h2').textContent = paymentKind(draft.kind);
-    part('.amount').textContent = roubles(draft.amount);
+    const amount = roubles(draft.amount);
+    part('.amount').textContent = amount;
+    part('.amount').style.setProperty('--characters', amount.length);
     part('.advice').textContent = paymentAdvice(draft.kind);
   };
 }

@@ -2,6 +2,7 @@
 // window, so that what is 14 px there can be read from two metres off a large screen.
 
 const leastAdvertising = { width: 260, height: 180 };
+const leastReceiptHeight = 240;
 const legibleScale = 1;
 const codeMargin = 24;
 const codeTexts = { height: 168, width: 300 };
@@ -18,20 +19,36 @@ const wishedAdvertising = (looks) => (looks.isTouch
   ? { width: looks.advertisingWidth, height: looks.advertisingHeight }
   : leastAdvertising);
 
-/** Pixels of the window for one of the stage: as many as let everything have its size, but where a
-    window is too low for that the receipt rather gets lower than its text too small. */
-function scaleOf(window, looks, { isAlone, isStacked }) {
-  const margin = looks.elementsMargin;
-  const wished = wishedAdvertising(looks);
-  const needs = ({ width, height }) => {
-    if (isAlone) return { width: 0, height: 0 };
-    return isStacked ? { width: 0, height: height + margin } : { width: width + margin, height: 0 };
+/** What the parts and the margins around them take at these sizes. */
+function neededFor({ isAlone, isStacked }, looks, advertising, receiptHeight) {
+  const { receiptWidth, elementsMargin: margin } = looks;
+  if (isAlone) return { width: receiptWidth + 2 * margin, height: receiptHeight + 2 * margin };
+  if (isStacked)
+    return {
+      width: Math.max(receiptWidth, advertising.width) + 2 * margin,
+      height: receiptHeight + advertising.height + 3 * margin,
+    };
+  return {
+    width: receiptWidth + advertising.width + 3 * margin,
+    height: Math.max(receiptHeight, advertising.height) + 2 * margin,
   };
-  const horizontally = (advertising) => window.width / (looks.receiptWidth + 2 * margin + needs(advertising).width);
-  const vertically = window.height / (looks.receiptHeight + 2 * margin + needs(wished).height);
-  const wanted = Math.min(horizontally(wished), vertically);
-  const least = { width: Math.min(wished.width, leastAdvertising.width), height: wished.height };
-  return Math.min(horizontally(least), Math.max(wanted, legibleScale));
+}
+
+/** Pixels of the window for one of the stage: as many as let everything have its size, but where a
+    window is too small for that the parts rather shrink to the least than texts do. */
+function scaleOf(window, looks, arrangement) {
+  const scaleFor = (advertising, receiptHeight) => {
+    const { width, height } = neededFor(arrangement, looks, advertising, receiptHeight);
+    return Math.min(window.width / width, window.height / height);
+  };
+  const wished = wishedAdvertising(looks);
+  const least = {
+    width: Math.min(wished.width, leastAdvertising.width),
+    height: Math.min(wished.height, leastAdvertising.height),
+  };
+  const wanted = scaleFor(wished, looks.receiptHeight);
+  const most = scaleFor(least, Math.min(looks.receiptHeight, leastReceiptHeight));
+  return Math.min(most, Math.max(wanted, legibleScale));
 }
 
 function stacked({ width, height }, looks, advertisingFirst) {
@@ -100,8 +117,9 @@ function codeIn({ width, height }) {
 /** Where a code is shown: beside the receipt if it is large there, else in place of everything. */
 function codeOf(stage, beside) {
   const whole = { x: 0, y: 0, ...stage };
-  const box = beside && codeIn(beside).side >= stage.height * goodCodeShare ? beside : whole;
-  return { box, ...codeIn(box) };
+  const isWhole = !beside || codeIn(beside).side < stage.height * goodCodeShare;
+  const box = isWhole ? whole : beside;
+  return { box, isWhole, ...codeIn(box) };
 }
 
 /**

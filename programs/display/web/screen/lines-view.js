@@ -2,6 +2,7 @@
 import { make } from '/common/dom.js';
 import { fixed, quantity, roubles } from '/common/russian.js';
 import { fillMask } from './mask.js';
+import { typeset } from './typeset.js';
 import { numberOf, textOf } from './values.js';
 
 const formats = { fixed, plain: quantity };
@@ -33,7 +34,7 @@ function line(position, looks, picture) {
   return make('li', { className: 'position' },
     make('div', { className: 'position-main' },
       looks.showImages ? tile(name, picture) : null,
-      make('span', { className: 'name', dataset: { clipped: '' }, textContent: name }),
+      make('span', { className: 'name', dataset: { clipped: '' }, textContent: typeset(name) }),
       cell('quantity', `${quantity(numberOf(position.quantity, 1))}\u00a0${textOf(position.unit)}`.trim()),
       looks.positionPriceWidth > 0 ? cell('price', roubles(position.price)) : null,
       cell('line-sum', roubles(position.sum))),

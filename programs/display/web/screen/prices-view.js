@@ -2,10 +2,11 @@
 import { make } from '/common/dom.js';
 import { roubles } from '/common/russian.js';
 import { pageAfter, pagesOf } from './pages.js';
+import { typeset } from './typeset.js';
 import { numberOf, textOf } from './values.js';
 
 /** What of the stage is not for the rows, as the style sheet has it. */
-const surroundings = { width: 64, height: 104 };
+const surroundings = { width: 64, height: 96 };
 const leastRowHeight = 44;
 
 /** A row holds two lines of its name. */
@@ -16,7 +17,7 @@ function row({ code, name, unit, price }) {
   const per = textOf(unit) === '' ? '' : ` / ${textOf(unit)}`;
   return make('li', {},
     make('span', { className: 'code', textContent: textOf(code) }),
-    make('span', { className: 'name', dataset: { clipped: '' }, textContent: textOf(name) }),
+    make('span', { className: 'name', dataset: { clipped: '' }, textContent: typeset(textOf(name)) }),
     isPriced ? make('span', { className: 'price' }, roubles(numberOf(price)), make('span', { className: 'unit', textContent: per })) : null);
 }
 
@@ -32,7 +33,7 @@ export function pricesView() {
     const { columns, rows, pages } = pagesOf(prices.rows.length, prices.columns, room, height);
     const page = pageAfter(prices.scrolls, pages);
     const list = part('.rows');
-    list.style.gridTemplate = `repeat(${rows}, ${height}px) / repeat(${columns}, minmax(0, 1fr))`;
+    list.style.gridTemplate = `repeat(${rows}, minmax(0, 1fr)) / repeat(${columns}, minmax(0, 1fr))`;
     list.replaceChildren(...prices.rows.slice(page * rows * columns, (page + 1) * rows * columns).map(row));
     part('h2').textContent = prices.title;
     part('.page-number').textContent = pages > 1 ? `Страница ${page + 1} из ${pages}` : '';

@@ -39,9 +39,10 @@ export function qrView() {
       return;
     }
     root.classList.toggle('is-beside', layout.code.isBeside);
+    root.classList.toggle('is-whole', layout.code.isWhole);
     root.style.setProperty('--code-side', `${layout.code.side}px`);
-    if (qr !== shown) draw(qr);
-    shown = qr;
+    if (JSON.stringify(qr) !== shown) draw(qr); // by value: a reconnection tells the same again
+    shown = JSON.stringify(qr);
     drawTime(countdown(qr, now));
   };
 }
