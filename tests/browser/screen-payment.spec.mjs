@@ -1,7 +1,7 @@
 // Payments: codes to pay by, and announced payments.
 import { test, expect } from './support/fixtures.mjs';
 import { decodeQr } from './support/qr.mjs';
-import { openScreen, purchase, receipt } from './support/screen.mjs';
+import { openScreen, purchase, receipt, settled } from './support/screen.mjs';
 
 const qr = (page) => page.locator('#qr');
 
@@ -15,6 +15,7 @@ async function showPayment(page, display, payment) {
 
 async function decodeScreen(page) {
   await page.locator('#qr img').evaluate((image) => image.decode());
+  await settled(page);
   return decodeQr(await page.screenshot());
 }
 

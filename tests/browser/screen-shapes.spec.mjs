@@ -3,7 +3,7 @@ import { test, expect } from './support/fixtures.mjs';
 import { violations } from './support/axe.mjs';
 import { overflowingTexts } from './support/overflow.mjs';
 import { keepScreenshot } from './support/screenshots.mjs';
-import { goods, imageData, openScreen, position, purchase, receipt, shopStyle, touchStyle } from './support/screen.mjs';
+import { goods, imageData, openScreen, position, purchase, receipt, settled, shopStyle, touchStyle } from './support/screen.mjs';
 
 const sizes = [[800, 480], [1280, 720], [1920, 1080], [768, 1366]];
 const layouts = { classic: shopStyle, touch: touchStyle };
@@ -35,10 +35,6 @@ async function show(page, display, style, messages) {
   for (const [path, body] of messages) expect(await display.post(path, body)).toBe(200);
   await openScreen(page, display);
 }
-
-/** Once nothing moves any more but the bar that counts the time down. */
-const settled = (page) => page.waitForFunction(() => document.getAnimations()
-  .every(({ playState, effect }) => playState === 'finished' || effect.target.matches('.bar')));
 
 /** Whether nothing of the page lies outside its window. */
 const fitsWindow = (page) => page.evaluate(() => document.documentElement.scrollWidth <= innerWidth

@@ -58,3 +58,7 @@ export async function openScreen(page, display) {
   await page.goto(display.url);
   await page.locator('#stage:not([data-scene="none"])').waitFor();
 }
+
+/** Once nothing moves any more but the bar that counts the time down. */
+export const settled = (page) => page.waitForFunction(() => document.getAnimations()
+  .every(({ playState, effect }) => playState === 'finished' || effect.target.matches('.bar')));
