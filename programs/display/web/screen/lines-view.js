@@ -41,25 +41,28 @@ function line(position, looks, picture) {
     discountRow(position, looks));
 }
 
-/** How many items at the start, or the end, of both lists are the same. */
+const isSame = (one, other) => one.looks === other.looks && one.text === other.text && one.picture === other.picture;
+
+/** How many items at the start of both lists are the same. */
 function sameUntil(one, other, limit = Math.min(one.length, other.length)) {
   let count = 0;
-  while (count < limit && one[count] === other[count]) ++count;
+  while (count < limit && isSame(one[count], other[count])) ++count;
   return count;
 }
 
 /** What the lines drawn in a list were drawn from, in their order. */
 const drawn = new WeakMap();
 
-function update(list, keys, makeLine) {
+function update(list, items) {
   const before = drawn.get(list) ?? [];
-  const head = sameUntil(before, keys);
-  const rest = Math.min(before.length, keys.length) - head;
-  const tail = sameUntil(before.toReversed(), keys.toReversed(), rest);
+  const head = sameUntil(before, items);
+  const rest = Math.min(before.length, items.length) - head;
+  const tail = sameUntil(before.toReversed(), items.toReversed(), rest);
   for (const old of [...list.children].slice(head, before.length - tail)) old.remove();
   const after = list.children[head] ?? null;
-  for (let at = head; at < keys.length - tail; ++at) list.insertBefore(makeLine(at), after);
-  drawn.set(list, keys);
+  for (const { position, looks, picture } of items.slice(head, items.length - tail))
+    list.insertBefore(line(position, looks, picture), after);
+  drawn.set(list, items);
 }
 
 function keepInView(list, item) {
@@ -71,9 +74,12 @@ function keepInView(list, item) {
 /** Draws a receipt's lines into a list. */
 export function drawLines(list, receipt, looks, pictures) {
   const { positions, newest } = receipt;
-  const uris = positions.map((position) => (looks.showImages ? pictureOf(position, pictures) : ''));
-  const keys = positions.map((position, at) => `${looks.n} ${JSON.stringify(position)} ${uris[at]}`);
-  update(list, keys, (at) => line(positions[at], looks, uris[at]));
+  update(list, positions.map((position) => ({
+    position,
+    looks,
+    text: JSON.stringify(position),
+    picture: looks.showImages ? pictureOf(position, pictures) : '',
+  })));
   for (const [at, item] of [...list.children].entries())
     item.classList.toggle('is-newest', at === newest && !receipt.isPaid);
   keepInView(list, list.children[newest]);
