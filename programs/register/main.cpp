@@ -5,6 +5,7 @@
 #include <register/Cashier.h>
 #include <register/CashierCommands.h>
 #include <register/CommandLoop.h>
+#include <register/CommandRunner.h>
 #include <register/GoodsPictures.h>
 #include <register/HostCommands.h>
 #include <register/RegisterOptions.h>
@@ -56,9 +57,10 @@ int runRegister(const RegisterOptions &options)
     addHostCommands(commands, till, options.imagesFolder);
     addCashierCommands(commands, cashier);
 
+    CommandRunner runner(commands);
     std::optional<CommandLoop> loop;
     if (!options.commandsFile.isEmpty())
-        loop.emplace(commands, options.commandsFile);
+        loop.emplace(runner, options.commandsFile);
     if (!till.init())
         throw PluginError(QStringLiteral("%1: the plug-in's init() returned false: see its log "
                                          "lines, or choose another with --plugin")
@@ -66,11 +68,9 @@ int runRegister(const RegisterOptions &options)
 
     const QuitOnSignal signal;
     QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
-    if (loop)
-        QObject::connect(&*loop, &CommandLoop::finished, &*loop, [&](bool quit) {
-            if (quit || !options.stay)
-                QCoreApplication::quit();
-        });
+    QObject::connect(&runner, &CommandRunner::quitRequested, &QCoreApplication::quit);
+    if (loop && !options.stay)
+        QObject::connect(&*loop, &CommandLoop::finished, &QCoreApplication::quit);
     if (loop || options.stay)
         QCoreApplication::exec();
 

@@ -17,6 +17,8 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
 namespace {
 
 class CommandLoopTest : public testing::Test
@@ -40,11 +42,8 @@ protected:
         file.write(content);
         file.close();
         return support::outputOf(stdout, [this] {
-            CommandLoop loop(commands, fileName);
-            QObject::connect(&loop, &CommandLoop::finished, [this](bool quit) {
-                ++endings;
-                quitAsked = quit;
-            });
+            CommandLoop loop(runner.emplace(commands), fileName);
+            QObject::connect(&loop, &CommandLoop::finished, [this] { ++endings; });
             runEventsUntil([this] { return endings > 0; });
             support::letPass(std::chrono::milliseconds(20)); // nothing may follow
             failed = loop.hasFailed();
@@ -54,11 +53,11 @@ protected:
     QTemporaryDir folder;
     const QString fileName = folder.filePath("commands.jsonl");
     Commands commands;
+    std::optional<CommandRunner> runner;
     QElapsedTimer clock;
     QStringList notes;
     QList<qint64> times; // of the notes
     int endings = 0;
-    bool quitAsked = false;
     bool failed = false;
 };
 
@@ -70,7 +69,6 @@ TEST_F(CommandLoopTest, Runs_the_lines_in_order_and_answers_each)
               "{\"n\":1,\"do\":\"note\",\"ok\":true}\n{\"n\":2,\"do\":\"note\",\"ok\":true}\n");
     EXPECT_EQ(notes, (QStringList{"a", "b"}));
     EXPECT_FALSE(failed);
-    EXPECT_FALSE(quitAsked);
     EXPECT_EQ(endings, 1);
 }
 
@@ -157,8 +155,35 @@ TEST_F(CommandLoopTest, Stops_at_quit)
     EXPECT_EQ(play("{\"do\":\"note\"}\n{\"do\":\"quit\"}\n{\"do\":\"note\"}\n"),
               "{\"n\":1,\"do\":\"note\",\"ok\":true}\n{\"n\":2,\"do\":\"quit\",\"ok\":true}\n");
     EXPECT_EQ(notes.size(), 1);
-    EXPECT_TRUE(quitAsked);
     EXPECT_EQ(endings, 1);
+}
+
+TEST_F(CommandLoopTest, Stops_when_someone_else_asks_to_quit)
+{
+    commands.add("ask", [this](const QJsonObject &) {
+        QTimer::singleShot(0, &runner.value(), [this] {
+            runner->run(R"({"do":"quit"})", CommandRunner::Source::Page);
+        });
+    });
+    play("{\"do\":\"ask\"}\n{\"do\":\"wait\",\"ms\":1}\n{\"do\":\"note\"}\n");
+    EXPECT_TRUE(notes.isEmpty());
+    EXPECT_EQ(endings, 1);
+}
+
+TEST_F(CommandLoopTest, Neither_pauses_nor_fails_by_the_commands_of_others)
+{
+    commands.add("others", [this](const QJsonObject &) {
+        QTimer::singleShot(0, &runner.value(), [this] {
+            runner->run(R"({"do":"wait","ms":60000})", CommandRunner::Source::Page);
+            runner->run(R"({"do":"fail"})", CommandRunner::Source::Page);
+        });
+    });
+    const auto output =
+        play("{\"do\":\"others\"}\n{\"do\":\"wait\",\"ms\":1}\n{\"do\":\"note\"}\n");
+    EXPECT_EQ(output.count('\n'), 5);
+    EXPECT_TRUE(output.endsWith("{\"n\":5,\"do\":\"note\",\"ok\":true}\n")) << output.toStdString();
+    EXPECT_EQ(notes.size(), 1);
+    EXPECT_FALSE(failed);
 }
 
 TEST_F(CommandLoopTest, Reports_both_parts_of_a_line_that_is_too_long)
@@ -171,5 +196,5 @@ TEST_F(CommandLoopTest, Reports_both_parts_of_a_line_that_is_too_long)
 
 TEST_F(CommandLoopTest, Needs_a_file_that_can_be_opened)
 {
-    EXPECT_THROW(CommandLoop(commands, fileName), UsageError);
+    EXPECT_THROW(CommandLoop(runner.emplace(commands), fileName), UsageError);
 }
