@@ -69,3 +69,12 @@ int CommandLine::number(const QString &name, int defaultValue, int least, int mo
                              .arg(most));
     return number;
 }
+
+QUrl CommandLine::address(const QString &name, const QString &example) const
+{
+    QUrl address(value(name));
+    if (address.scheme() != u"http" || address.host().isEmpty())
+        throw UsageError(QStringLiteral("--%1 \"%2\" is no address: give one like %3.")
+                             .arg(name, value(name), example));
+    return address;
+}

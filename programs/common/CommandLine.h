@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 
 /**
  * The options of a program, with --help, --version and --debug, which every program has.
@@ -28,6 +29,8 @@ public:
     int port(const QString &name, int defaultPort) const;
     /// A whole number within these limits.
     int number(const QString &name, int defaultValue, int least, int most) const;
+    /// An address with the scheme http; `example` is shown to whoever gave another.
+    QUrl address(const QString &name, const QString &example) const;
     bool debug() const { return isSet(QStringLiteral("debug")); }
 
 private:

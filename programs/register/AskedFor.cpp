@@ -36,7 +36,10 @@ void AskedFor::countMessage()
 {
     if (m_type.isEmpty())
         return;
-    m_times[m_type].append(monotonicMs());
+    const QString type = m_type;
+    const double now = monotonicMs();
+    m_times[type].append(now);
     if (m_firstOnly)
         m_type.clear();
+    Q_EMIT asked(type, now);
 }

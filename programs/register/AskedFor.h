@@ -48,6 +48,10 @@ public:
     /// Times on the monotonic clock, in milliseconds, by message type.
     const QMap<QString, QList<double>> &times() const { return m_times; }
 
+Q_SIGNALS:
+    /// A message has been counted, as of this time.
+    void asked(const QString &type, double monotonicMs);
+
 private Q_SLOTS:
     void countMessage();
 

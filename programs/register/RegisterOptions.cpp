@@ -12,6 +12,7 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     const auto commands = QStringLiteral("commands");
     const auto report = QStringLiteral("report");
     const auto stay = QStringLiteral("stay");
+    const auto inspector = QStringLiteral("inspector");
 
     CommandLine line(QStringLiteral("A cash register: loads the plug-in as any host would and runs "
                                     "commands, one JSON object a line."));
@@ -27,6 +28,11 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     line.addOption(report, QStringLiteral("Write what was asked for to FILE at the end."),
                    QStringLiteral("FILE"));
     line.addFlag(stay, QStringLiteral("Go on after the last command."));
+    line.addOption(
+        inspector,
+        QStringLiteral("Address of a display whose inspector is told what the plug-in is "
+                       "asked for."),
+        QStringLiteral("URL"));
     if (!line.parse(arguments))
         return std::nullopt;
     if (!line.isSet(config))
@@ -41,5 +47,7 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     options.reportFile = line.value(report);
     options.stay = line.isSet(stay);
     options.debug = line.debug();
+    if (line.isSet(inspector))
+        options.inspector = line.address(inspector, QStringLiteral("http://127.0.0.1:38080"));
     return options;
 }

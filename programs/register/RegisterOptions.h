@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 
 #include <optional>
 
@@ -14,6 +15,7 @@ struct RegisterOptions
     QString commandsFile; ///< "-": standard input; empty: no commands
     QString reportFile;   ///< empty: no report
     bool stay = false;    ///< go on after the last command
+    QUrl inspector;       ///< who is told of what was asked for; empty: nobody
     bool debug = false;
 
     /// Empty if the arguments only asked for a text. Throws UsageError. `defaultPlugin` is used

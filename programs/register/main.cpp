@@ -8,6 +8,7 @@
 #include <register/CommandRunner.h>
 #include <register/GoodsPictures.h>
 #include <register/HostCommands.h>
+#include <register/InspectorLink.h>
 #include <register/RegisterOptions.h>
 #include <register/Report.h>
 #include <register/Till.h>
@@ -61,6 +62,9 @@ int runRegister(const RegisterOptions &options)
     std::optional<CommandLoop> loop;
     if (!options.commandsFile.isEmpty())
         loop.emplace(runner, options.commandsFile);
+    std::optional<InspectorLink> inspector;
+    if (!options.inspector.isEmpty())
+        inspector.emplace(till.askedFor(), options.inspector);
     if (!till.init())
         throw PluginError(QStringLiteral("%1: the plug-in's init() returned false: see its log "
                                          "lines, or choose another with --plugin")

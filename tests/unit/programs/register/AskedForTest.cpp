@@ -60,6 +60,28 @@ TEST_F(AskedForTest, Tells_the_time_of_each_on_the_monotonic_clock)
     EXPECT_LE(times[1], monotonicMs());
 }
 
+TEST_F(AskedForTest, Says_at_once_what_it_has_counted_and_when)
+{
+    QList<std::pair<QString, double>> told;
+    QObject::connect(&askedFor, &AskedFor::asked, [&](const QString &type, double monotonicMs) {
+        told.append({type, monotonicMs});
+    });
+    Q_EMIT plugin.hasMessage(); // not counted
+    {
+        using Scope = AskedFor::Scope;
+        const Scope scope(askedFor, "Configure", Scope::Counts::First);
+        Q_EMIT plugin.hasMessage();
+        Q_EMIT plugin.hasMessage();
+    }
+    const AskedFor::Scope scope(askedFor, "Content");
+    Q_EMIT plugin.hasMessage();
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_EQ(told[0].first, "Configure");
+    EXPECT_EQ(told[0].second, askedFor.times().value("Configure").value(0));
+    EXPECT_EQ(told[1].first, "Content");
+    EXPECT_EQ(told[1].second, askedFor.times().value("Content").value(0));
+}
+
 TEST_F(AskedForTest, Goes_back_to_the_outer_type_when_an_inner_one_is_done)
 {
     const AskedFor::Scope outer(askedFor, "UpdateDocument");

@@ -26,20 +26,22 @@ TEST(RegisterOptions, Need_the_settings_only)
     EXPECT_EQ(options->commandsFile, "");
     EXPECT_EQ(options->reportFile, "");
     EXPECT_FALSE(options->stay);
+    EXPECT_TRUE(options->inspector.isEmpty());
     EXPECT_FALSE(options->debug);
 }
 
 TEST(RegisterOptions, Are_all_read)
 {
-    const auto options =
-        parse({"--stay", "--config", "shop.toml", "--plugin", "other.so", "--images", "pictures",
-               "--commands", "-", "--report", "report.json", "--debug"});
+    const auto options = parse({"--stay", "--config", "shop.toml", "--plugin", "other.so",
+                                "--images", "pictures", "--commands", "-", "--report",
+                                "report.json", "--inspector", "http://127.0.0.1:38080", "--debug"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->pluginFile, "other.so");
     EXPECT_EQ(options->imagesFolder, "pictures");
     EXPECT_EQ(options->commandsFile, "-");
     EXPECT_EQ(options->reportFile, "report.json");
     EXPECT_TRUE(options->stay);
+    EXPECT_EQ(options->inspector, QUrl("http://127.0.0.1:38080"));
     EXPECT_TRUE(options->debug);
 }
 
@@ -51,6 +53,24 @@ TEST(RegisterOptions, Without_settings_are_refused_with_an_example)
     } catch (const UsageError &error) {
         EXPECT_STREQ(error.what(), "--config is missing: give the settings file, for example "
                                    "--config demo/shop.toml.");
+    }
+}
+
+TEST(RegisterOptions, Are_refused_with_the_mend_where_they_do_not_fit)
+{
+    const std::pair<QStringList, const char *> wrong[] = {
+        {{"--inspector", "38080"},
+         "--inspector \"38080\" is no address: give one like http://127.0.0.1:38080."},
+        {{"--inspector", "ftp://127.0.0.1"},
+         "--inspector \"ftp://127.0.0.1\" is no address: give one like http://127.0.0.1:38080."},
+    };
+    for (const auto &[arguments, text] : wrong) {
+        try {
+            parse(QStringList{"--config", "shop.toml"} + arguments);
+            ADD_FAILURE() << "no error: " << text;
+        } catch (const UsageError &error) {
+            EXPECT_STREQ(error.what(), text);
+        }
     }
 }
 
