@@ -129,7 +129,8 @@ void Cashier::showQr(const CommandFields &fields)
         {QStringLiteral("qrCode"), fields.text(QStringLiteral("text"), text)},
         {QStringLiteral("amount"), fields.integer(QStringLiteral("amount"), amount)},
         {QStringLiteral("timeout"), fields.integer(QStringLiteral("timeout"), qrTimeoutSeconds)}};
-    arguments.insert(QStringLiteral("dialogId"), m_dialogs.open()); // once all fields are right
+    arguments.insert(QStringLiteral("dialogId"), // once all fields are right
+                     m_dialogs.open(QStringLiteral("qr")));
     notify(EventCode::QrPaymentDialog, arguments);
 }
 
@@ -146,7 +147,7 @@ void Cashier::showPrices(const CommandFields &fields)
     }
     const int columns = fields.integer(QStringLiteral("columns"), priceListColumns);
     notify(EventCode::PriceListDialog,
-           {{QStringLiteral("dialogId"), m_dialogs.open()},
+           {{QStringLiteral("dialogId"), m_dialogs.open(QStringLiteral("prices"))},
             {QStringLiteral("title"), QVariant::fromValue(priceListTitle())},
             {QStringLiteral("data"), rows},
             {QStringLiteral("columns"), columns}});

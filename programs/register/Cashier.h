@@ -36,6 +36,9 @@ public:
     void content(const CommandFields &fields);
     void closeDialog(const CommandFields &fields);
 
+    /// Those that are open; the kinds are "qr" and "prices".
+    const QList<DialogStack::Dialog> &dialogs() const { return m_dialogs.all(); }
+
 private:
     QSharedPointer<Receipt> openReceipt() const;
     const GoodsItem &goods(const QJsonValue &code) const;

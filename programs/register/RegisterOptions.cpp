@@ -12,6 +12,7 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     const auto commands = QStringLiteral("commands");
     const auto report = QStringLiteral("report");
     const auto stay = QStringLiteral("stay");
+    const auto page = QStringLiteral("page");
     const auto inspector = QStringLiteral("inspector");
 
     CommandLine line(QStringLiteral("A cash register: loads the plug-in as any host would and runs "
@@ -28,6 +29,11 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     line.addOption(report, QStringLiteral("Write what was asked for to FILE at the end."),
                    QStringLiteral("FILE"));
     line.addFlag(stay, QStringLiteral("Go on after the last command."));
+    line.addOption(
+        page,
+        QStringLiteral("Serve the cashier's page on this port of the loopback address, 0 "
+                       "for a free one, and go on until told to quit."),
+        QStringLiteral("PORT"));
     line.addOption(
         inspector,
         QStringLiteral("Address of a display whose inspector is told what the plug-in is "
@@ -47,6 +53,8 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     options.reportFile = line.value(report);
     options.stay = line.isSet(stay);
     options.debug = line.debug();
+    if (line.isSet(page))
+        options.pagePort = line.port(page, 0);
     if (line.isSet(inspector))
         options.inspector = line.address(inspector, QStringLiteral("http://127.0.0.1:38080"));
     return options;

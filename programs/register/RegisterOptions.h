@@ -11,11 +11,12 @@ struct RegisterOptions
 {
     QString configFile;
     QString pluginFile;
-    QString imagesFolder; ///< empty: the current folder, and no pictures of goods
-    QString commandsFile; ///< "-": standard input; empty: no commands
-    QString reportFile;   ///< empty: no report
-    bool stay = false;    ///< go on after the last command
-    QUrl inspector;       ///< who is told of what was asked for; empty: nobody
+    QString imagesFolder;        ///< empty: the current folder, and no pictures of goods
+    QString commandsFile;        ///< "-": standard input; empty: no commands
+    QString reportFile;          ///< empty: no report
+    bool stay = false;           ///< go on after the last command
+    std::optional<int> pagePort; ///< of the cashier's page, 0 for a free one; empty: no page
+    QUrl inspector;              ///< who is told of what was asked for; empty: nobody
     bool debug = false;
 
     /// Empty if the arguments only asked for a text. Throws UsageError. `defaultPlugin` is used

@@ -3,9 +3,6 @@
 #include <common/UsageError.h>
 #include <register/Till.h>
 
-#include <BasicDocument.h>
-#include <QObjectHelper.h>
-
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -21,10 +18,8 @@ void writeReport(const QString &fileName, const Till &till)
             array.append(time);
         asked.insert(type.key(), array);
     }
-    const auto document = QJsonObject::fromVariantMap(QObjectHelper::qobject2qvariant(
-        till.document().data(), BasicDocument::getIgnoredProperties()));
     const QJsonObject report{{QStringLiteral("asked"), asked},
-                             {QStringLiteral("document"), document}};
+                             {QStringLiteral("document"), till.documentAsSent()}};
 
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) ||

@@ -3,8 +3,10 @@
 #include <register/EventCode.h>
 
 #include <ActivityNotifier.h>
+#include <BasicDocument.h>
 #include <BasicPlugin.h>
 #include <DocumentWatcher.h>
+#include <QObjectHelper.h>
 #include <Singleton.h>
 
 namespace {
@@ -48,6 +50,12 @@ void Till::setDocument(const QSharedPointer<AbstractDocument> &document)
     m_document = document;
     if (auto *watcher = m_loader.documentWatcher())
         watcher->setDocument(document);
+}
+
+QJsonObject Till::documentAsSent() const
+{
+    return QJsonObject::fromVariantMap(
+        QObjectHelper::qobject2qvariant(m_document.data(), BasicDocument::getIgnoredProperties()));
 }
 
 void Till::runAction(const control::Action &action)

@@ -35,6 +35,8 @@ public:
     QSharedPointer<AbstractDocument> document() const { return m_document; }
     /// The current document if it is a receipt, otherwise null.
     QSharedPointer<Receipt> receipt() const { return m_document.dynamicCast<Receipt>(); }
+    /// The current document as the plug-in sends it; empty without one.
+    QJsonObject documentAsSent() const;
 
     void runAction(const control::Action &action);
     void notify(const Event &event);

@@ -4,6 +4,7 @@
 #include <common/UsageError.h>
 #include <register/Cashier.h>
 #include <register/CashierCommands.h>
+#include <register/CashierPage.h>
 #include <register/CommandLoop.h>
 #include <register/CommandRunner.h>
 #include <register/GoodsPictures.h>
@@ -18,6 +19,9 @@
 #include <ImageDao.h>
 #include <PluginLoader.h>
 #include <Singleton.h>
+
+#include <log4qt/logger.h>
+#include <log4qt/logmanager.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -44,6 +48,15 @@ Goods readGoods(const QString &configFile)
                : Goods::fromFile(QFileInfo(configFile).absoluteDir().absoluteFilePath(name));
 }
 
+int refusePort(int port, const QString &error)
+{
+    std::fprintf(stderr,
+                 "register: port %d cannot be opened: %s. Stop the program that uses it or choose "
+                 "another with --page.\n",
+                 port, qPrintable(error));
+    return Failed;
+}
+
 int runRegister(const RegisterOptions &options)
 {
     Singleton<Config>::instance().load(options.configFile);
@@ -65,6 +78,13 @@ int runRegister(const RegisterOptions &options)
     std::optional<InspectorLink> inspector;
     if (!options.inspector.isEmpty())
         inspector.emplace(till.askedFor(), options.inspector);
+    std::optional<CashierPage> page;
+    if (options.pagePort) {
+        page.emplace(*options.pagePort, runner, till, cashier);
+        page->showGoods(goods, options.imagesFolder);
+        if (!page->isListening())
+            return refusePort(*options.pagePort, page->errorString());
+    }
     if (!till.init())
         throw PluginError(QStringLiteral("%1: the plug-in's init() returned false: see its log "
                                          "lines, or choose another with --plugin")
@@ -73,9 +93,13 @@ int runRegister(const RegisterOptions &options)
     const QuitOnSignal signal;
     QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
     QObject::connect(&runner, &CommandRunner::quitRequested, &QCoreApplication::quit);
-    if (loop && !options.stay)
+    const bool stays = page || options.stay;
+    if (loop && !stays)
         QObject::connect(&*loop, &CommandLoop::finished, &QCoreApplication::quit);
-    if (loop || options.stay)
+    if (page)
+        Log4Qt::LogManager::logger(QStringLiteral("register"))
+            ->info(QStringLiteral("Cashier's page at http://127.0.0.1:%1/").arg(page->port()));
+    if (loop || stays)
         QCoreApplication::exec();
 
     till.deinit();

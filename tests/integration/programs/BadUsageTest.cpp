@@ -62,6 +62,14 @@ TEST_F(BadUsage, Of_options_is_named_with_the_mend)
     EXPECT_EQ(complaintOfRegister({"--config"}), "Missing value after '--config'. See --help.");
 }
 
+TEST_F(BadUsage, Of_the_registers_pages_is_named_with_the_mend)
+{
+    EXPECT_EQ(complaintOfRegister({"--config", config(), "--page", "70000"}),
+              "--page \"70000\" is no port: give a number from 0 to 65535.");
+    EXPECT_EQ(complaintOfRegister({"--config", config(), "--inspector", "38080"}),
+              "--inspector \"38080\" is no address: give one like http://127.0.0.1:38080.");
+}
+
 TEST_F(BadUsage, Of_a_settings_file_is_named_with_its_place)
 {
     const auto missing = path("none.toml");
@@ -161,6 +169,10 @@ TEST_F(BadUsage, Of_a_port_in_use_is_a_failure_with_the_mend)
                   "port " + port +
                       " cannot be opened: Address already in use. Stop the program that uses it "
                       "or choose another with --port.");
+    EXPECT_EQ(complaintOfRegister({"--config", config(), "--page", port}, 1),
+              "port " + port +
+                  " cannot be opened: Address already in use. Stop the program that uses it or "
+                  "choose another with --page.");
 }
 
 TEST_F(BadUsage, Of_a_port_in_use_leaves_the_other_displays_record_alone)

@@ -13,7 +13,7 @@ const Program programs[] = {
     {"register",
      REGISTER,
      {"--config <FILE>", "--plugin <FILE>", "--images <DIR>", "--commands <FILE|->",
-      "--report <FILE>", "--stay", "--inspector <URL>"}},
+      "--report <FILE>", "--stay", "--page <PORT>", "--inspector <URL>"}},
     {"display", DISPLAY_PROGRAM, {"--port <PORT>", "--plugin-url <URL>", "--record <FILE>"}},
     {"adservice",
      ADSERVICE,

@@ -26,21 +26,24 @@ TEST(RegisterOptions, Need_the_settings_only)
     EXPECT_EQ(options->commandsFile, "");
     EXPECT_EQ(options->reportFile, "");
     EXPECT_FALSE(options->stay);
+    EXPECT_FALSE(options->pagePort);
     EXPECT_TRUE(options->inspector.isEmpty());
     EXPECT_FALSE(options->debug);
 }
 
 TEST(RegisterOptions, Are_all_read)
 {
-    const auto options = parse({"--stay", "--config", "shop.toml", "--plugin", "other.so",
-                                "--images", "pictures", "--commands", "-", "--report",
-                                "report.json", "--inspector", "http://127.0.0.1:38080", "--debug"});
+    const auto options =
+        parse({"--stay", "--config", "shop.toml", "--plugin", "other.so", "--images", "pictures",
+               "--commands", "-", "--report", "report.json", "--page", "38082", "--inspector",
+               "http://127.0.0.1:38080", "--debug"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->pluginFile, "other.so");
     EXPECT_EQ(options->imagesFolder, "pictures");
     EXPECT_EQ(options->commandsFile, "-");
     EXPECT_EQ(options->reportFile, "report.json");
     EXPECT_TRUE(options->stay);
+    EXPECT_EQ(options->pagePort, 38082);
     EXPECT_EQ(options->inspector, QUrl("http://127.0.0.1:38080"));
     EXPECT_TRUE(options->debug);
 }
@@ -56,9 +59,15 @@ TEST(RegisterOptions, Without_settings_are_refused_with_an_example)
     }
 }
 
+TEST(RegisterOptions, May_leave_the_pages_port_to_the_system)
+{
+    EXPECT_EQ(parse({"--config", "shop.toml", "--page", "0"})->pagePort, 0);
+}
+
 TEST(RegisterOptions, Are_refused_with_the_mend_where_they_do_not_fit)
 {
     const std::pair<QStringList, const char *> wrong[] = {
+        {{"--page", "70000"}, "--page \"70000\" is no port: give a number from 0 to 65535."},
         {{"--inspector", "38080"},
          "--inspector \"38080\" is no address: give one like http://127.0.0.1:38080."},
         {{"--inspector", "ftp://127.0.0.1"},

@@ -1,0 +1,70 @@
+// Paying: what the buyer is shown, and what is taken.
+import { make } from '/common/dom.js';
+import { quantity, roubles } from '/common/russian.js';
+import { makeAsk } from '/cashier/ask.js';
+import { addKeypad } from '/cashier/keypad.js';
+import { kopecks } from '/cashier/language.js';
+import { dueOf, likelyNotes } from '/cashier/receipt.js';
+
+const element = (id) => document.getElementById(id);
+
+/** Commands of the buttons that take no number, and whether they end the dialog. */
+const buttons = [
+  ['draft-card', { do: 'draft', kind: 'card' }, false],
+  ['draft-cash', { do: 'draft', kind: 'cash' }, false],
+  ['pay-show-qr', { do: 'qr' }, false],
+  ['pay-card', { do: 'pay', kind: 'card' }, true],
+  ['pay-qr', { do: 'pay', kind: 'qr' }, true],
+];
+
+/**
+ * @param {(command: object) => Promise<string | undefined>} run returns what is wrong
+ * @returns {(receipt: object) => void} asks how the receipt is paid
+ */
+export function createPayment(run) {
+  const field = element('cash');
+  const keypad = addKeypad(element('cash-keys'), field);
+  let due = 0;
+
+  const ask = makeAsk(element('pay-dialog'), () => {
+    const amount = kopecks(field.value);
+    if (amount === null) return 'Введите сумму в рублях, например 500';
+    return run({ do: 'pay', kind: 'cash', amount });
+  });
+
+  for (const [id, command, ends] of buttons) {
+    element(id).onclick = async () => {
+      const problem = await run(command);
+      if (problem !== undefined) ask.complain(problem);
+      else if (ends) ask.close();
+    };
+  }
+
+  const showChange = () => {
+    const amount = kopecks(field.value);
+    const text = amount === null ? '' : amount < due
+      ? `Не хватает ${roubles(due - amount)}`
+      : `Сдача ${roubles(amount - due)}`;
+    element('change').textContent = text;
+  };
+  field.addEventListener('input', showChange);
+
+  const propose = (text) => {
+    keypad.propose(text);
+    showChange();
+    field.focus();
+  };
+  const chip = (label, text) => make('button', { type: 'button', textContent: label, onclick: () => propose(text) });
+  const plain = (amount) => (amount / 100).toFixed(2).replace('.', ',');
+
+  return (receipt) => {
+    due = dueOf(receipt);
+    element('pay-title').textContent = `К оплате ${roubles(due)}`;
+    element('notes').replaceChildren(
+      chip('Без сдачи', plain(due)),
+      ...likelyNotes(due).map((note) => chip(quantity(note), String(note))),
+    );
+    ask.open();
+    propose(plain(due));
+  };
+}
