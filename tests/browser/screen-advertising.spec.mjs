@@ -133,7 +133,7 @@ test('A film plays silently and again and again', async ({ page, context, displa
   expect(await film.evaluate((video) => [video.muted, video.loop, video.paused])).toEqual([true, true, false]);
 });
 
-test('A film that the browser cannot play is reported, and the welcome stays', async ({ page, context, display: _, startDisplay, service }) => {
+test('A film that the browser cannot play is reported, and the welcome stays', async ({ page, context, startDisplay, service }) => {
   const display = await startDisplay({ pluginUrl: service.url });
   const film = await recordFilm(context);
   service.contents.set('/film.webm', Buffer.concat([film.subarray(0, 64), Buffer.alloc(2000, 0x55)]));

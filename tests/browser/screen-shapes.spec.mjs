@@ -64,7 +64,10 @@ for (const type of [1, 2, 3])
     }
   });
 
-for (const [name, style] of Object.entries({ default: { 'View.Style:showPositionDiscount': true, 'GUI:showGoodsQuantity': true, 'View.Style:positionPriceWidth': 90 }, ...layouts }))
+/** Everything that has a colour of its own, in its default colour. */
+const defaultColors = { 'View.Style:showPositionDiscount': true, 'GUI:showGoodsQuantity': true, 'View.Style:positionPriceWidth': 90 };
+
+for (const [name, style] of Object.entries({ default: defaultColors, ...layouts }))
   test(`Everybody can read the main states in the ${name} style`, async ({ page, display }) => {
     test.setTimeout(120_000);
     await page.setViewportSize({ width: 1280, height: 720 });

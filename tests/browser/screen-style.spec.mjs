@@ -94,7 +94,8 @@ test('Each setting changes what it names', async ({ page, display }) => {
 
 test('Without settings everything has its default', async ({ page, display }) => {
   await show(page, display, {});
-  for (const { key, selector, css, initial } of styles.filter(({ key: name, initial: value }) => value !== null && !name.includes('positionPriceFont')))
+  const isThere = ({ key, initial }) => initial !== null && !key.includes('positionPriceFont');
+  for (const { key, selector, css, initial } of styles.filter(isThere))
     await expect.soft(page.locator(selector).first(), key).toHaveCSS(css, initial, { timeout: 1000 });
   await expect(page.locator('.position .price')).toHaveCount(0);
 });
@@ -112,7 +113,8 @@ test('Each setting changes what it names on its own', async ({ page, display }) 
 
 test('A sum that is too long for its width takes more room rather than being cut', async ({ page, display }) => {
   const long = { ...purchase[0], sum: 999_999_999_99, price: 999_999_999_99, quantity: 123456.789 };
-  await show(page, display, { 'View.Style:positionSumWidth': 20, 'View.Style:positionQuantityWidth': 20, 'View.Style:positionPriceWidth': 20 }, receipt([long]));
+  const widths = ['Sum', 'Quantity', 'Price'].map((column) => [`View.Style:position${column}Width`, 20]);
+  await show(page, display, Object.fromEntries(widths), receipt([long]));
   for (const selector of ['.line-sum', '.quantity', '.position .price'])
     expect(await page.locator(selector).evaluate((cell) => cell.scrollWidth <= cell.clientWidth && cell.clientWidth > 20)).toBe(true);
 });
