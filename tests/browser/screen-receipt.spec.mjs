@@ -48,7 +48,7 @@ test('Of 200 lines the newest is in view, also after a reload', async ({ page, d
     return newest.top >= list.top && newest.bottom <= list.bottom + 1;
   });
   expect(await isInside()).toBe(true);
-  const changed = many.with(3, { ...many[3], quantity: 5 });
+  const changed = many.map((each, at) => (at === 3 ? { ...each, quantity: 5 } : each));
   await display.post('/updateDocument', receipt(changed));
   await expect(lines(page).nth(3)).toHaveClass(/is-newest/);
   expect(await isInside()).toBe(true);
