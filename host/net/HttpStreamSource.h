@@ -12,8 +12,8 @@
 struct MHD_Connection;
 
 /**
- * What an HttpStream and the network thread share: the pieces that are still to be sent. While there
- * are none the connection is suspended.
+ * What an HttpStream and the network thread share: the pieces that are still to be sent. While
+ * there are none the connection is suspended.
  *
  * Owner: the HttpStream and the HttpExchange, shared.
  * Thread: `write`, `end` and `isOpen` on any; `read` and `abandon` on the network thread.
