@@ -1,7 +1,7 @@
 // The inspector's page as a whole: its connection, its looks, its size.
 import { expect, test } from './support/fixtures.mjs';
 import { violations } from './support/axe.mjs';
-import { ask, cell, chip, expectComplaints, openInspector, rows } from './support/inspector.mjs';
+import { ask, cell, chip, openInspector, rows } from './support/inspector.mjs';
 import { overflowingTexts } from './support/overflow.mjs';
 import { keepScreenshot } from './support/screenshots.mjs';
 
@@ -75,7 +75,8 @@ test('The screen is beside the wire and can be folded away', async ({ page, disp
   await expect(screen).toBeVisible();
 });
 
-test('A lost connection is shown, and the journal read anew when it is back', async ({ page, startDisplay }) => {
+test('A lost connection is shown, and the journal read anew when it is back', async ({ page, startDisplay, allowComplaints }) => {
+  allowComplaints(/ERR_/); // of the connections that failed
   const first = await startDisplay();
   await openInspector(page, first);
   await first.post('/content', { number: 1 });
@@ -94,7 +95,6 @@ test('A lost connection is shown, and the journal read anew when it is back', as
   await second.post('/content', { number: 4 });
   await expect(rows(page, 'Content')).toHaveCount(2);
   await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2 sent/);
-  expectComplaints(page, /ERR_/); // of the connections that failed
 });
 
 test('A connection that comes back to the same display shows nothing twice', async ({ page, display }) => {
@@ -112,7 +112,7 @@ test('A connection that comes back to the same display shows nothing twice', asy
   await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2 sent/);
 });
 
-test('With thousands of entries a new one is drawn at once and few rows exist', async ({ page, display }) => {
+test('With thousands of entries few rows exist, and the newest is among them', async ({ page, display }) => {
   const many = 1500; // and as many entries of what was asked for
   for (let sent = 0; sent < many; sent += 10) {
     const numbers = Array.from({ length: 10 }, (_, index) => sent + index);
@@ -123,24 +123,7 @@ test('With thousands of entries a new one is drawn at once and few rows exist', 
   await expect(chip(page, 'Content')).toHaveAccessibleDescription(/^1500 asked, 1500 sent/);
   expect(await rows(page).count()).toBeLessThan(80);
 
-  // The longest that the page keeps the browser from drawing while rows come and one scrolls.
-  const longest = page.evaluate(async () => {
-    const grid = document.getElementById('timeline');
-    let worst = 0;
-    let last = performance.now();
-    for (let frame = 0; frame < 120; frame += 1) {
-      grid.scrollTop = frame % 2 ? 0 : frame * 400;
-      const start = await new Promise((next) => { requestAnimationFrame(() => setTimeout(() => next(performance.now()))); });
-      worst = Math.max(worst, start - last);
-      last = start;
-    }
-    return worst;
-  });
   for (let number = 0; number < 40; number += 1) await display.post('/content', { number });
-  const longestMs = await longest;
-  test.info().annotations.push({ type: 'measured', description: `longest frame ${longestMs.toFixed(0)} ms` });
-  expect(longestMs).toBeLessThan(500);
-
   await page.locator('#timeline').focus();
   await page.keyboard.press('End');
   await expect(cell(rows(page).last(), 'type')).toHaveText('Content');

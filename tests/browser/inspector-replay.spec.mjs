@@ -115,7 +115,7 @@ test('Ten times the speed takes a tenth of the time', async ({ page, display }) 
   await expect(status(page)).toHaveText('2 of 2 sent; done');
   const [first, second] = await messagesOf(display);
   expect(second.ms - first.ms).toBeGreaterThan(990);
-  expect(second.ms - first.ms).toBeLessThan(9000);
+  expect(second.ms - first.ms).toBeLessThan(10_000);
 });
 
 test('A replay is stopped', async ({ page, display }) => {
@@ -140,7 +140,8 @@ test('A broken line is named with its number and nothing is sent', async ({ page
   await expect(page.getByRole('alert')).toBeHidden();
 });
 
-test('A replay tells what the display does not accept', async ({ page, display }) => {
+test('A replay tells what the display does not accept', async ({ page, display, allowComplaints }) => {
+  allowComplaints(/500/);
   await openInspector(page, display);
   await display.post('/switches', { error: true });
   await choose(page, line(0, 1) + line(1, 2));
@@ -148,5 +149,4 @@ test('A replay tells what the display does not accept', async ({ page, display }
   await expect(status(page)).toHaveText('2 of 2 sent, 2 not accepted; done');
   await expect(rows(page, 'Content')).toHaveCount(2);
   await expect(cell(rows(page, 'Content').last(), 'try')).toHaveText('');
-  page.complaints.length = 0; // the browser's own of the answers 500
 });

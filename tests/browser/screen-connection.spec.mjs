@@ -5,13 +5,11 @@ import { openScreen, purchase, receipt } from './support/screen.mjs';
 
 const mark = (page) => page.locator('#connection');
 
-/** The browser names each refused connection in its console, which is what these tests are about. */
-function forgetRefusedConnections(page) {
-  const others = page.complaints.filter((text) => !/ERR_CONNECTION_REFUSED|ERR_INCOMPLETE_CHUNKED_ENCODING|ERR_CONNECTION_RESET|ERR_EMPTY_RESPONSE/.test(text));
-  page.complaints.splice(0, page.complaints.length, ...others);
-}
+// The browser names each connection that was cut or refused.
+const ofTheConnection = /ERR_CONNECTION_REFUSED|ERR_INCOMPLETE_CHUNKED_ENCODING|ERR_CONNECTION_RESET|ERR_EMPTY_RESPONSE/;
 
-test('The last state stays without a connection, and a display that has restarted shows it at once', async ({ page, folder, startDisplay }) => {
+test('The last state stays without a connection, and a display that has restarted shows it at once', async ({ page, folder, startDisplay, allowComplaints }) => {
+  allowComplaints(ofTheConnection);
   const args = ['--state', join(folder, 'state.jsonl')];
   const display = await startDisplay({ args });
   await display.post('/configure', {});
@@ -29,10 +27,10 @@ test('The last state stays without a connection, and a display that has restarte
   await expect(page.locator('#receipt .position')).toHaveCount(4);
   await again.post('/updateDocument', receipt(purchase.slice(1)));
   await expect(page.locator('#receipt .position')).toHaveCount(3);
-  forgetRefusedConnections(page);
 });
 
-test('A short interruption is not worth a word', async ({ page, startDisplay }) => {
+test('A short interruption is not worth a word', async ({ page, startDisplay, allowComplaints }) => {
+  allowComplaints(ofTheConnection);
   await page.clock.install();
   const display = await startDisplay();
   await openScreen(page, display);
@@ -44,7 +42,6 @@ test('A short interruption is not worth a word', async ({ page, startDisplay }) 
   await expect(mark(page)).toHaveText('');
   await page.clock.runFor(1000);
   await expect(mark(page)).toHaveText('Нет связи');
-  forgetRefusedConnections(page);
 });
 
 test('A display that has lost its messages shows that it waits for the register', async ({ page, display }) => {

@@ -53,6 +53,5 @@ export const test = base.extend({
       await expect(page.locator('.card').first()).toBeVisible();
       return new Cashier(page, register, url);
     });
-    await page.goto('about:blank'); // before the register ends, which the browser would complain of
   },
 });

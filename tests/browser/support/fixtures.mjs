@@ -70,15 +70,17 @@ export const test = base.extend({
     });
   },
 
-  /** Every page must stay without errors in its console. */
-  page: async ({ page }, use) => {
+  /** Every page must stay without errors in its console but for those that the test allows, as the
+      browser's own about a connection that the test cuts: `allowComplaints(/pattern/)`. */
+  allowComplaints: [async ({ context, start }, use) => { // looks at them before the programs end
     const complaints = [];
-    page.on('console', (message) => {
+    const allowed = [];
+    context.on('console', (message) => {
       if (message.type() === 'error' || message.type() === 'warning') complaints.push(message.text());
     });
-    page.on('pageerror', (error) => complaints.push(String(error)));
-    page.complaints = complaints;
-    await use(page);
-    expect(complaints, 'errors in the console').toEqual([]);
-  },
+    context.on('weberror', (error) => complaints.push(String(error.error())));
+    await use((pattern) => allowed.push(pattern));
+    const others = complaints.filter((complaint) => !allowed.some((pattern) => pattern.test(complaint)));
+    expect(others, 'errors in the console').toEqual([]);
+  }, { auto: true }],
 });

@@ -74,9 +74,3 @@ export async function startPlugin() {
     stop: () => new Promise((done) => { server.close(done); server.closeAllConnections(); }),
   };
 }
-
-/** Takes complaints of the browser's that are meant to be off the page's list. */
-export function expectComplaints(page, pattern) {
-  const others = page.complaints.filter((complaint) => !pattern.test(complaint));
-  page.complaints.splice(0, Infinity, ...others);
-}
