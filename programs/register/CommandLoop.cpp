@@ -21,9 +21,8 @@ void CommandLoop::runNext()
     if (m_waiting || m_finished)
         return;
     const auto line = m_quit ? std::nullopt : m_reader.takeLine();
-    if (line && !line->trimmed().isEmpty() &&
-        !m_runner.run(*line, CommandRunner::Source::Script).isOk())
-        m_failed = true;
+    if (line && !line->trimmed().isEmpty())
+        m_runner.run(*line, CommandRunner::Source::Script);
 
     if (m_quit || (!line && m_reader.isAtEnd())) {
         m_finished = true;

@@ -20,9 +20,6 @@ class CommandLoop : public QObject
 public:
     CommandLoop(CommandRunner &runner, const QString &fileName);
 
-    /// Whether any of its commands has failed so far.
-    bool hasFailed() const { return m_failed; }
-
 Q_SIGNALS:
     /// The last command has run, or "quit" was one.
     void finished();
@@ -36,5 +33,4 @@ private:
     bool m_waiting = false;
     bool m_finished = false;
     bool m_quit = false;
-    bool m_failed = false;
 };

@@ -42,6 +42,7 @@ CommandAnswer CommandRunner::run(const QByteArray &text, Source source)
         runCommand(command, source);
     } catch (const CommandError &error) {
         answer.error = QString::fromUtf8(error.what());
+        m_failed = true;
     }
     print(answer);
     Q_EMIT answered(text, answer, source);

@@ -27,6 +27,9 @@ public:
     /// Runs one command, which is given as JSON.
     CommandAnswer run(const QByteArray &text, Source source);
 
+    /// Whether any command has failed so far.
+    bool hasFailed() const { return m_failed; }
+
 Q_SIGNALS:
     /// A command has run or has turned out to be wrong; `text` is as it was given.
     void answered(const QByteArray &text, const CommandAnswer &answer,
@@ -40,4 +43,5 @@ private:
 
     const Commands &m_commands;
     int m_number = 0;
+    bool m_failed = false;
 };

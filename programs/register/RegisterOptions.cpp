@@ -32,7 +32,7 @@ std::optional<RegisterOptions> RegisterOptions::parse(const QStringList &argumen
     line.addOption(
         page,
         QStringLiteral("Serve the cashier's page on this port of the loopback address, 0 "
-                       "for a free one, and go on until told to quit."),
+                       "for a free one; without commands, go on until told to quit."),
         QStringLiteral("PORT"));
     line.addOption(
         inspector,

@@ -93,7 +93,7 @@ int runRegister(const RegisterOptions &options)
     const QuitOnSignal signal;
     QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
     QObject::connect(&runner, &CommandRunner::quitRequested, &QCoreApplication::quit);
-    const bool stays = page || options.stay;
+    const bool stays = options.stay || (page && !loop);
     if (loop && !stays)
         QObject::connect(&*loop, &CommandLoop::finished, &QCoreApplication::quit);
     if (page)
@@ -105,7 +105,7 @@ int runRegister(const RegisterOptions &options)
     till.deinit();
     if (!options.reportFile.isEmpty())
         writeReport(options.reportFile, till);
-    return loop && loop->hasFailed() ? Failed : Fine;
+    return runner.hasFailed() ? Failed : Fine;
 }
 
 int refuse(const std::exception &error)
