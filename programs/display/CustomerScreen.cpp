@@ -1,6 +1,7 @@
 #include <display/CustomerScreen.h>
 
 #include <display/Advertising.h>
+#include <display/LookSetting.h>
 #include <display/QrPicture.h>
 
 #include <pages/PageAnswers.h>
@@ -108,9 +109,12 @@ QJsonObject CustomerScreen::advertisement() const
 void CustomerScreen::readLook()
 {
     const auto settings = m_messages.find(QStringLiteral("Configure"));
-    m_logo = settings ? LookFile::read(settings->body[u"View.Style:appLogoPath"]) : LookFile();
-    m_background =
-        settings ? LookFile::read(settings->body[u"View.Style:backgroundImagePath"]) : LookFile();
+    const auto read = [&](const QString &name) {
+        return settings ? LookFile::read(lookSetting(settings->body, name, QJsonValue::String))
+                        : LookFile();
+    };
+    m_logo = read(QStringLiteral("appLogoPath"));
+    m_background = read(QStringLiteral("backgroundImagePath"));
 }
 
 void CustomerScreen::answerQr(const PageRequest &request) const

@@ -1,5 +1,7 @@
 #include <display/Pictures.h>
 
+#include <display/LookSetting.h>
+
 #include <QJsonArray>
 
 namespace {
@@ -27,7 +29,7 @@ QJsonObject Pictures::requestForGoods(const QString &code, const QString &barcod
 
 void Pictures::configure(const QJsonObject &settings)
 {
-    m_shown = settings[u"View.Style:showImages"].toBool();
+    m_shown = lookSetting(settings, QStringLiteral("showImages"), QJsonValue::Bool).toBool();
     m_asked.clear(); // the register has started anew and remembers nothing
 }
 

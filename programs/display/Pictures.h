@@ -19,7 +19,7 @@ public:
     /// The request for the picture of goods.
     static QJsonObject requestForGoods(const QString &code, const QString &barcode);
 
-    /// Takes the settings of the register: without "View.Style:showImages" nothing is asked for.
+    /// Takes the settings of the register: without "showImages" nothing is asked for.
     void configure(const QJsonObject &settings);
 
     /// The requests for the pictures of a receipt that were not yet asked for.

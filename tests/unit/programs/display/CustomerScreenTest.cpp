@@ -144,6 +144,27 @@ TEST_F(CustomerScreenTest, Has_the_pictures_that_the_settings_name)
     EXPECT_EQ(get("/look/logo").status, 404);
 }
 
+TEST_F(CustomerScreenTest, Has_the_pictures_of_the_touch_layout_where_that_is_used)
+{
+    const auto write = [&](const QString &name, const QByteArray &content) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    };
+    const auto large = QByteArray(svg).replace("width='1'", "width='2'");
+    QJsonObject settings{{"View.Style:appLogoPath", write("common.svg", svg)},
+                         {"View.QmlStyle:appLogoPath", write("touch.svg", large)},
+                         {"View.Style:backgroundImagePath", write("background.svg", svg)},
+                         {"View.QmlStyle:backgroundImagePath", ""}};
+    tell("/configure", QJsonDocument(settings).toJson());
+    EXPECT_EQ(get("/look/logo").body, svg);
+    settings["View.Interface:touchng"] = true;
+    tell("/configure", QJsonDocument(settings).toJson());
+    EXPECT_EQ(get("/look/logo").body, large);
+    EXPECT_EQ(get("/look/background").body, svg) << "an empty path names no other";
+}
+
 TEST_F(CustomerScreenTest, Has_the_picture_or_film_of_the_present_advertisement)
 {
     EXPECT_EQ(adKind(), "none");

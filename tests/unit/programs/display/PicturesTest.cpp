@@ -65,6 +65,22 @@ TEST(Pictures, Without_pictures_on_the_display_none_is_asked_for)
     EXPECT_TRUE(pictures.requestsFor(receipt({"100"})).isEmpty());
 }
 
+TEST(Pictures, In_the_touch_layout_its_own_switch_decides_whether_any_is_asked_for)
+{
+    const auto asks = [](const QJsonObject &settings) {
+        Pictures pictures;
+        pictures.configure(settings);
+        return !pictures.requestsFor(receipt({"100"})).isEmpty();
+    };
+    const auto touch = QStringLiteral("View.Interface:touchng");
+    const auto common = QStringLiteral("View.Style:showImages");
+    const auto own = QStringLiteral("View.QmlStyle:showImages");
+    EXPECT_TRUE(asks({{touch, true}, {common, false}, {own, true}}));
+    EXPECT_FALSE(asks({{touch, true}, {common, true}, {own, false}}));
+    EXPECT_TRUE(asks({{touch, true}, {common, true}, {own, "no"}})) << "no switch";
+    EXPECT_TRUE(asks({{touch, false}, {common, true}, {own, false}}));
+}
+
 TEST(Pictures, One_whose_request_did_not_arrive_is_asked_for_with_the_next_change)
 {
     Pictures pictures;
