@@ -5,6 +5,9 @@
 namespace {
 
 const auto configure = QStringLiteral("Configure");
+const auto updateDocument = QStringLiteral("UpdateDocument");
+const auto qrPayment = QStringLiteral("QrPayment");
+const auto paymentDraft = QStringLiteral("PaymentDraft");
 const auto priceList = QStringLiteral("PriceList");
 const auto imageData = QStringLiteral("ImageData");
 
@@ -39,6 +42,8 @@ void LastMessages::keep(const KeptMessage &message)
     } else {
         if (message.type == configure)
             clear();
+        else if (message.type == updateDocument)
+            endPayments(message.body);
         remove(message.type);
         if (!isEnd(message))
             m_messages.append(message);
@@ -63,6 +68,19 @@ std::optional<KeptMessage> LastMessages::find(const QString &type) const
 void LastMessages::remove(const QString &type)
 {
     m_messages.removeIf([&](const KeptMessage &message) { return message.type == type; });
+}
+
+void LastMessages::endPayments(const QJsonObject &receipt)
+{
+    const auto number = receipt[u"number"];
+    const auto before = find(updateDocument);
+    const bool isPaid = receipt[u"state"].toString() == u"paid";
+    if (!isPaid && (!before || before->body[u"number"] == number))
+        return;
+    remove(qrPayment);
+    const auto draft = find(paymentDraft); // may overtake the first message of its receipt
+    if (draft && (isPaid || draft->body[u"number"] != number))
+        remove(paymentDraft);
 }
 
 void LastMessages::keepPicture(const KeptMessage &message)

@@ -11,8 +11,9 @@
  * The messages that still matter: what a screen needs to be told to show what was shown last.
  *
  * The newest of each type, every picture, and how far a price list was scrolled; a message that
- * closes or hides something takes that out. The settings of the register come when it starts: they
- * take out all the rest.
+ * closes or hides something takes that out. A receipt that is paid, or another one, takes out what
+ * was to be paid for the one before. The settings of the register come when it starts: they take
+ * out all the rest.
  *
  * Owner: the customer's screen. Thread: the main thread. A value type.
  */
@@ -33,6 +34,7 @@ public:
 
 private:
     void remove(const QString &type);
+    void endPayments(const QJsonObject &receipt);
     void keepPicture(const KeptMessage &message);
     void keepScroll(const KeptMessage &message);
 

@@ -59,6 +59,7 @@ test('A code to pay by goes when it is closed and when the receipt is paid', () 
   assert.equal(apply(shown, message('QrPayment', { close: true })).qr, null);
   assert.equal(apply(shown, receipt(1, { state: 'paid' })).qr, null);
   assert.notEqual(apply(shown, receipt(1, { total: 200 })).qr, null);
+  assert.equal(apply(shown, receipt(2)).qr, null);
 });
 
 test('A payment that a paid receipt has overtaken is not announced any more', () => {

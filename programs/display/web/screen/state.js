@@ -23,6 +23,9 @@ const scrolls = ['down', 'up', 'top', 'bottom'];
     receipt overtakes it on the way. */
 const comesTooLate = (state, at) => state.receipt?.isPaid === true && receiptIsShown(state, at);
 
+/** Whether what was to be paid for the receipt before is done with. */
+const endsPayments = (receipt, before) => receipt.isPaid || (before !== null && before.number !== receipt.number);
+
 /** Whether an announced payment is for this receipt; one that does not say is for the present one. */
 function isFor(draft, receipt, before) {
   if (draft.number !== null) return draft.number === receipt.number;
@@ -37,7 +40,7 @@ function updateDocument(state, { body, at }) {
   return {
     ...state,
     receipt: { ...receipt, at: numberOf(at), newest: newestLine(before?.positions ?? null, receipt.positions) },
-    qr: receipt.isPaid ? null : state.qr,
+    qr: endsPayments(receipt, state.receipt) ? null : state.qr,
     draft: draftStays ? state.draft : null,
   };
 }

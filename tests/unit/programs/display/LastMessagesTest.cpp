@@ -39,9 +39,9 @@ TEST_F(LastMessagesTest, Are_the_newest_of_each_type_in_the_order_of_their_arriv
     keep("Configure", {});
     keep("UpdateDocument", {{"number", 1}});
     keep("PaymentDraft", {{"amount", 1}});
-    keep("UpdateDocument", {{"number", 2}});
+    keep("UpdateDocument", {{"number", 1}, {"total", 2}});
     EXPECT_EQ(numbers(), (QList<int>{1, 3, 4}));
-    EXPECT_EQ(messages.find("UpdateDocument")->body["number"].toInt(), 2);
+    EXPECT_EQ(messages.find("UpdateDocument")->body["total"].toInt(), 2);
     EXPECT_FALSE(messages.find("QrPayment"));
 }
 
@@ -64,6 +64,35 @@ TEST_F(LastMessagesTest, Do_not_hold_what_was_closed_or_hidden)
     keep("PriceList", {{"close", true}});
     keep("Content", {{"data", "x"}, {"hide", true}});
     EXPECT_EQ(numbers(), QList<int>{});
+}
+
+TEST_F(LastMessagesTest, Do_not_hold_what_was_to_be_paid_once_it_is_paid)
+{
+    keep("UpdateDocument", {{"number", 7}, {"state", "open"}});
+    keep("QrPayment", {{"qrCode", "x"}});
+    keep("PaymentDraft", {{"number", 7}});
+    keep("UpdateDocument", {{"number", 7}, {"state", "open"}});
+    EXPECT_EQ(numbers(), (QList<int>{2, 3, 4}));
+    keep("UpdateDocument", {{"number", 7}, {"state", "paid"}});
+    EXPECT_EQ(numbers(), QList<int>{5});
+}
+
+TEST_F(LastMessagesTest, Do_not_hold_what_was_to_be_paid_for_the_receipt_before)
+{
+    keep("UpdateDocument", {{"number", 7}, {"state", "paid"}});
+    keep("QrPayment", {{"qrCode", "x"}});
+    keep("PaymentDraft", {{"number", 7}});
+    EXPECT_EQ(numbers(), (QList<int>{1, 2, 3}));
+    keep("UpdateDocument", {{"number", 8}, {"state", "open"}});
+    EXPECT_EQ(numbers(), QList<int>{4});
+}
+
+TEST_F(LastMessagesTest, Hold_the_draft_that_overtook_its_receipt)
+{
+    keep("UpdateDocument", {{"number", 7}, {"state", "paid"}});
+    keep("PaymentDraft", {{"number", 8}});
+    keep("UpdateDocument", {{"number", 8}, {"state", "open"}});
+    EXPECT_EQ(numbers(), (QList<int>{2, 3}));
 }
 
 TEST_F(LastMessagesTest, Hold_every_step_that_a_price_list_was_scrolled_by)
