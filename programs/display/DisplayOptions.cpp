@@ -1,7 +1,6 @@
 #include <display/DisplayOptions.h>
 
 #include <common/CommandLine.h>
-#include <common/UsageError.h>
 
 #include <QDir>
 
@@ -61,12 +60,7 @@ std::optional<DisplayOptions> DisplayOptions::parse(const QStringList &arguments
     options.switches.error = line.isSet(QStringLiteral("error"));
     options.switches.slowMs = line.number(QStringLiteral("slow"), 0, 0, maxSlowMs);
     options.debug = line.debug();
-    if (const auto name = QStringLiteral("plugin-url"); line.isSet(name)) {
-        options.pluginUrl = QUrl(line.value(name));
-        if (options.pluginUrl.scheme() != u"http" || options.pluginUrl.host().isEmpty())
-            throw UsageError(QStringLiteral("--plugin-url \"%1\" is no address: give one like "
-                                            "http://127.0.0.1:38081.")
-                                 .arg(line.value(name)));
-    }
+    if (const auto name = QStringLiteral("plugin-url"); line.isSet(name))
+        options.pluginUrl = line.address(name, options.pluginUrl.toString());
     return options;
 }
