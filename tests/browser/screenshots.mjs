@@ -32,6 +32,7 @@ async function shoot(browser) {
     '--images', sourcePath('demo/pictures'), '--commands', '-', '--stay',
     '--page', '38082', '--inspector', address]);
 
+  register.command({ do: 'open' });
   for (const goods of ['100', '104', '112', '117', '126']) register.command({ do: 'sell', goods });
   register.command({ do: 'discount', position: 2, percent: 15 });
   const lastPicture = /ImageData {6,}.*"126"/;
@@ -39,16 +40,16 @@ async function shoot(browser) {
 
   await take(browser, 'http://127.0.0.1:38082/shop', 'shop', async (page) => {
     await page.frameLocator('iframe').last().getByText('Итого').waitFor();
-    register.command({ do: 'qr' });
-    await page.frameLocator('iframe').last().locator('img[src^="/qr.svg"]').waitFor();
-    await page.waitForTimeout(500); // until nothing moves
+    await page.waitForTimeout(1000); // until nothing moves
   });
+  register.command({ do: 'qr' });
+  await display.printed(/QrPayment/);
   await take(browser, `${address}/inspector`, 'inspector', async (page) => {
     await fetch(`${address}/switches`, { method: 'POST', body: '{"error":true}' });
     for (const goods of ['100', '101', '102']) register.command({ do: 'sell', goods });
     register.command({ do: 'content', text: 'Добро пожаловать!' });
     await page.getByText('500', { exact: true }).nth(2).waitFor();
-    await page.getByText('UpdateDocument').last().click();
+    await page.locator('#rows .row', { hasText: 'UpdateDocument' }).last().click();
   });
 }
 
