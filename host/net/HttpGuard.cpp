@@ -20,6 +20,13 @@ QStringList valuesOf(const RequestHeader &header, const char *name)
     return values;
 }
 
+/// By the fields of Fetch Metadata, which a browser adds and a page cannot.
+bool isPartOfForeignPage(const RequestHeader &header)
+{
+    return valuesOf(header, "Sec-Fetch-Site").contains(QStringLiteral("cross-site")) &&
+           !valuesOf(header, "Sec-Fetch-Mode").contains(QStringLiteral("navigate"));
+}
+
 bool isLoopbackIpv4(const QString &name)
 {
     constexpr std::uint32_t loopbackNet = 127;
@@ -50,7 +57,7 @@ bool HttpGuard::admits(const RequestHeader &header) const
         return isOwnAuthority(host);
     }) && std::all_of(origins.cbegin(), origins.cend(), [this](const auto &origin) {
         return isOwnOrigin(origin);
-    });
+    }) && !isPartOfForeignPage(header);
 }
 
 bool HttpGuard::isOwnAuthority(const QString &authority) const

@@ -50,6 +50,22 @@ TEST(HttpGuard, Admits_own_names_with_any_port)
     }
 }
 
+TEST(HttpGuard, Turns_away_parts_of_the_pages_of_other_sites)
+{
+    const auto admits = [](const char *site, const char *mode) {
+        RequestHeader header(QStringLiteral("GET"), QStringLiteral("/"));
+        header.addValue(QStringLiteral("Host"), QStringLiteral("localhost"));
+        header.addValue(QStringLiteral("sec-fetch-site"), QString::fromUtf8(site));
+        header.addValue(QStringLiteral("sec-fetch-mode"), QString::fromUtf8(mode));
+        return HttpGuard(QStringLiteral("127.0.0.1")).admits(header);
+    };
+    EXPECT_FALSE(admits("cross-site", "no-cors"));
+    EXPECT_FALSE(admits("cross-site", "cors"));
+    EXPECT_TRUE(admits("cross-site", "navigate"));
+    for (const auto *site : {"same-origin", "same-site", "none"})
+        EXPECT_TRUE(admits(site, "no-cors")) << site;
+}
+
 TEST(HttpGuard, Turns_away_all_other_names)
 {
     for (const auto *host : {"",
