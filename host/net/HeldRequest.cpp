@@ -30,15 +30,12 @@ void HeldRequest::answer(const ResponseHeader &header, const QByteArray &body)
 
 std::shared_ptr<HttpStream> HeldRequest::answerWithStream(const ResponseHeader &header)
 {
+    if (!isAnswerable())
+        return nullptr;
     const auto source = m_daemon.createStream();
-    auto stream = std::make_shared<HttpStream>(source);
-    if (isAnswerable()) {
-        m_exchange->setAnswer(header, source);
-        resume();
-    } else {
-        source->end();
-    }
-    return stream;
+    m_exchange->setAnswer(header, source);
+    resume();
+    return std::make_shared<HttpStream>(source);
 }
 
 void HeldRequest::drop()

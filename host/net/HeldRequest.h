@@ -31,7 +31,8 @@ public:
     Q_DISABLE_COPY_MOVE(HeldRequest)
 
     void answer(const ResponseHeader &header, const QByteArray &body);
-    /// Answers with a body that is yet to come, without a deadline.
+    /// Answers with a body that is yet to come, without a deadline; null if there is nobody to
+    /// answer any more.
     std::shared_ptr<HttpStream> answerWithStream(const ResponseHeader &header);
     /// Closes the connection without an answer.
     void drop();
