@@ -12,16 +12,21 @@
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
 
-#include <QTimer>
-
 #include <utility>
 
 namespace {
 
 constexpr qint64 maxBodyBytes = 33'554'432; // 32 MiB: a picture as a "data:" URI fits
 constexpr int maxConnections = 64;          // the register needs one, a page up to six
+constexpr int maxShownPath = 100;
 
 const auto replayField = QStringLiteral("X-Replay"); // set by the inspector when it plays a record
+
+/// What came from outside must neither break nor colour a line of the log.
+QString shownPath(const QString &path)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(path.left(maxShownPath), "/?&=%"));
+}
 
 HttpServerOptions serverOptions()
 {
@@ -43,6 +48,7 @@ Display::Display(const DisplayOptions &options)
     // Files not before the port is ours: they may be those of the display that has it.
     , m_screen(m_server.isListening() ? options.stateFile : QString(), m_advertising)
     , m_inspector(m_journal, options.switches)
+    , m_arrivals([this](Arrival arrival) { answer(std::move(arrival)); }, options.switches.slowMs)
 {
     if (m_server.isListening() && !options.recordFile.isEmpty())
         m_recorder.emplace(options.recordFile);
@@ -53,8 +59,10 @@ Display::Display(const DisplayOptions &options)
     addActions();
 
     m_journal.addNote(QStringLiteral("the display has started"));
-    for (const auto &message : m_screen.messages())
-        act(message.type, message.body);
+    if (isListening())
+        takeUpState();
+    connect(&m_inspector, &Inspector::switched, this,
+            [this] { m_arrivals.setDelay(m_inspector.switches().slowMs); });
     for (auto *server : {&m_server, m_pageServer.get()}) {
         if (server != nullptr)
             connect(server, &HttpServer::requestReceived, this,
@@ -97,34 +105,25 @@ bool Display::servePage(HttpServer &server, const RequestHeader &header, const Q
 void Display::receiveMessage(HttpServer &server, const RequestHeader &header,
                              const QByteArray &content)
 {
-    Arrival arrival{++m_received,
-                    monotonicMs(),
-                    header.method(),
-                    header.path(),
-                    content.size(),
+    m_arrivals.add({++m_received, monotonicMs(), header.method(), header.path(), content.size(),
                     !header.value(replayField).isEmpty(),
-                    readMessage(header.method(), header.path(), content)};
-    auto request = server.holdRequest();
-    if (const int slowMs = m_inspector.switches().slowMs; slowMs > 0)
-        QTimer::singleShot(slowMs, this, [this, request, arrival] { answer(*request, arrival); });
-    else
-        answer(*request, std::move(arrival));
+                    readMessage(header.method(), header.path(), content), server.holdRequest()});
 }
 
-void Display::answer(HeldRequest &request, Arrival arrival)
+void Display::answer(Arrival arrival)
 {
     auto &message = arrival.message;
     const auto &switches = m_inspector.switches();
     if (switches.down) {
         message.status = 0;
-        request.drop();
+        arrival.request->drop();
     } else {
         if (switches.error)
             message.status = 500;
         ResponseHeader header;
         header.setStatusLine(message.status, message.refusal, 1, 1);
         header.setContentType(QStringLiteral("text/plain; charset=utf-8"));
-        request.answer(header, message.refusal.toUtf8());
+        arrival.request->answer(header, message.refusal.toUtf8());
     }
     note(arrival);
     if (message.status == 200) {
@@ -136,7 +135,17 @@ void Display::answer(HeldRequest &request, Arrival arrival)
         ++m_refused;
         Log4Qt::LogManager::logger(QStringLiteral("display"))
             ->warn(QStringLiteral("refused %1 %2: %3")
-                       .arg(arrival.method, arrival.path, message.refusal));
+                       .arg(arrival.method, shownPath(arrival.path), message.refusal));
+    }
+}
+
+/// As the end of a program closes its connections.
+void Display::cutWaiting()
+{
+    for (auto &arrival : m_arrivals.takeAll()) {
+        arrival.message.status = 0;
+        arrival.request->drop();
+        note(arrival);
     }
 }
 
@@ -150,6 +159,15 @@ void Display::note(const Arrival &arrival)
                           message.refusal.isEmpty() ? QJsonValue(message.body) : QJsonValue(),
                           arrival.bytes, message.status, message.refusal, arrival.ms,
                           monotonicMs() - arrival.ms, arrival.isReplay});
+}
+
+/// Goes on with what mattered in an earlier run; its pictures have been counted then.
+void Display::takeUpState()
+{
+    for (const auto &message : m_screen.messages()) {
+        if (message.type != u"ImageData")
+            act(message.type, message.body);
+    }
 }
 
 void Display::act(const QString &type, const QJsonObject &body)
@@ -167,6 +185,7 @@ void Display::act(const QString &type, const QJsonObject &body)
 void Display::addActions()
 {
     m_inspector.addAction(QStringLiteral("restart-empty"), [this] {
+        cutWaiting();
         m_advertising.stop();
         m_pictures = Pictures();
         m_screen.clear();

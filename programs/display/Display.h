@@ -1,6 +1,7 @@
 #pragma once
 
 #include <display/Advertising.h>
+#include <display/ArrivalQueue.h>
 #include <display/CustomerScreen.h>
 #include <display/DisplayOptions.h>
 #include <display/Inspector.h>
@@ -19,8 +20,6 @@
 
 #include <memory>
 #include <optional>
-
-class HeldRequest;
 
 /**
  * The display application: receives messages over HTTP, acknowledges each with an empty 200,
@@ -48,28 +47,20 @@ public:
     int port() const { return m_server.port(); }
     /// The second port; 0 if there is none.
     int pagePort() const { return m_pageServer ? m_pageServer->port() : 0; }
+    /// How many messages are still to be answered.
+    std::size_t waiting() const { return m_arrivals.size(); }
 
     /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
     void printSummary() const;
 
 private:
-    /// A message that is still to be answered.
-    struct Arrival
-    {
-        int number;
-        double ms;
-        QString method;
-        QString path;
-        qint64 bytes;
-        bool isReplay;
-        ReceivedMessage message;
-    };
-
     void receive(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     void receiveMessage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     bool servePage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
-    void answer(HeldRequest &request, Arrival arrival);
+    void answer(Arrival arrival);
+    void cutWaiting();
     void note(const Arrival &arrival);
+    void takeUpState();
     void act(const QString &type, const QJsonObject &body);
     void askForPictures(const QJsonObject &receipt);
     void addActions();
@@ -89,5 +80,6 @@ private:
     Advertising m_advertising;
     CustomerScreen m_screen;
     Inspector m_inspector;
+    ArrivalQueue m_arrivals;
     PageRoutes m_routes;
 };

@@ -35,8 +35,11 @@ public:
 
     void addRoutes(PageRoutes &routes);
 
+Q_SIGNALS:
+    void switched();
+
 private:
-    QJsonObject journal() const;
+    QByteArray journal() const;
     void takeSwitches(const PageRequest &request);
     void takeAction(const PageRequest &request);
     void takeAsked(const PageRequest &request);
