@@ -1,5 +1,6 @@
 #include <display/AdPlayer.h>
 
+#include <QFileInfo>
 #include <QMimeDatabase>
 #include <QUrlQuery>
 
@@ -74,6 +75,11 @@ void AdPlayer::play(const QJsonObject &ad)
     m_time = std::clamp<std::chrono::seconds>(std::chrono::seconds(ad[u"time"].toInteger()), 1s,
                                               maxTime);
     const QUrl url(ad[u"url"].toString());
+    // Opening a pipe, or reading a device, would wait for whoever is at its other end.
+    if (url.isLocalFile() && !QFileInfo(url.toLocalFile()).isFile()) {
+        finish(false, QStringLiteral("there is no such file"));
+        return;
+    }
     fetch(isStream(url) ? streamAddress(url) : url);
     if (isStream(url)) {
         m_stalled.start(m_patience);
@@ -91,7 +97,7 @@ void AdPlayer::play(const QJsonObject &ad)
 
 void AdPlayer::fail(const QString &reason)
 {
-    if (m_content.kind != AdContent::Kind::None)
+    if (m_reply || m_shown.isActive())
         finish(false, reason);
 }
 

@@ -46,7 +46,7 @@ public:
     ~AdPlayer() override;
 
     void play(const QJsonObject &ad);
-    /// Who shows it could not: the advertisement has failed.
+    /// Who shows it could not: the advertisement has failed, unless it has had its time.
     void fail(const QString &reason);
     /// Ends what is being played; nothing is told of it.
     void stop();

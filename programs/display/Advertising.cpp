@@ -29,12 +29,14 @@ Advertising::Advertising(PluginLink &link) : m_link(link)
 void Advertising::play(const QJsonObject &ad)
 {
     ++m_played;
+    m_result.reset();
     m_address = ad[u"url"].toString();
     m_player.play(ad);
 }
 
 void Advertising::stop()
 {
+    m_result.reset();
     m_player.stop();
 }
 
@@ -55,17 +57,17 @@ void Advertising::finish(bool shown)
     printEvent(QStringLiteral("adResult"),
                shown ? QStringLiteral("shown: %1").arg(m_address)
                      : QStringLiteral("%1: %2").arg(m_player.reason(), m_address));
-    report(shown);
+    m_result = shown;
+    report(m_played);
 }
 
-void Advertising::report(bool shown)
+/// Until the plug-in takes it, or nobody waits for it any more.
+void Advertising::report(int number)
 {
-    m_link.send(resultOf(shown), [this, shown, played = m_played](bool accepted) {
-        if (accepted)
-            return;
-        QTimer::singleShot(reportInterval, this, [this, shown, played] {
-            if (played == m_played)
-                report(shown);
-        });
+    if (number != m_played || !m_result)
+        return;
+    m_link.send(resultOf(*m_result), [this, number](bool accepted) {
+        if (!accepted)
+            QTimer::singleShot(reportInterval, this, [this, number] { report(number); });
     });
 }

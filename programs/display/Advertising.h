@@ -5,6 +5,8 @@
 #include <QJsonObject>
 #include <QObject>
 
+#include <optional>
+
 class PluginLink;
 
 /**
@@ -47,12 +49,13 @@ Q_SIGNALS:
 
 private:
     void finish(bool shown);
-    void report(bool shown);
+    void report(int number);
 
     PluginLink &m_link;
     AdPlayer m_player;
     QString m_address; // of the one being played
     int m_played = 0;
+    std::optional<bool> m_result; // of the one being played, once it is known
     int m_shown = 0;
     int m_failed = 0;
 };

@@ -26,8 +26,10 @@ QJsonObject objectIn(const PageRequest &request)
 Inspector::Inspector(Journal &journal, const Switches &switches)
     : m_journal(journal), m_switches(switches)
 {
-    connect(&journal, &Journal::added, this,
-            [this](const QJsonObject &entry) { m_pages.publish(QStringLiteral("entry"), entry); });
+    connect(&journal, &Journal::added, this, [this](const QByteArray &entry) {
+        if (!m_pages.isEmpty())
+            m_pages.publish(EventStreams::event(QStringLiteral("entry"), entry));
+    });
 }
 
 void Inspector::addRoutes(PageRoutes &routes)
@@ -47,12 +49,13 @@ void Inspector::addRoutes(PageRoutes &routes)
                [this](const PageRequest &request) { takeAsked(request); });
 }
 
-QJsonObject Inspector::journal() const
+QByteArray Inspector::journal() const
 {
-    return {{QStringLiteral("now"), QDateTime::currentMSecsSinceEpoch()},
-            {QStringLiteral("monotonicMs"), monotonicMs()},
-            {QStringLiteral("entries"), m_journal.entries()},
-            {QStringLiteral("switches"), m_switches.toJson()}};
+    const QJsonObject rest{{QStringLiteral("now"), QDateTime::currentMSecsSinceEpoch()},
+                           {QStringLiteral("monotonicMs"), monotonicMs()},
+                           {QStringLiteral("switches"), m_switches.toJson()}};
+    return "{\"entries\":" + m_journal.toJson() + ',' +
+           QJsonDocument(rest).toJson(QJsonDocument::Compact).mid(1);
 }
 
 void Inspector::takeSwitches(const PageRequest &request)
@@ -63,6 +66,7 @@ void Inspector::takeSwitches(const PageRequest &request)
     m_switches.slowMs = std::clamp(wanted[u"slowMs"].toInt(m_switches.slowMs), 0, maxSlowMs);
     answerDone(request.server);
     m_pages.publish(QStringLiteral("switches"), m_switches.toJson());
+    Q_EMIT switched();
     m_journal.addNote(QStringLiteral("down %1, error %2, %3 ms slow")
                           .arg(m_switches.down ? QStringLiteral("on") : QStringLiteral("off"),
                                m_switches.error ? QStringLiteral("on") : QStringLiteral("off"))

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr qint64 bytesBesidesTheBody = 512;
-
 const auto kindKey = QStringLiteral("kind");
 const auto typeKey = QStringLiteral("type");
 const auto bodyKey = QStringLiteral("body");
@@ -18,7 +16,7 @@ const auto tookKey = QStringLiteral("tookMs");
 
 void Journal::addAsked(const QString &type, double atMs)
 {
-    add({{kindKey, QStringLiteral("asked")}, {typeKey, type}, {timeKey, atMs}}, 0);
+    add({{kindKey, QStringLiteral("asked")}, {typeKey, type}, {timeKey, atMs}});
 }
 
 void Journal::addMessage(const JournalMessage &message)
@@ -33,8 +31,7 @@ void Journal::addMessage(const JournalMessage &message)
          {QStringLiteral("reason"), message.reason},
          {timeKey, message.arrivalMs},
          {tookKey, message.tookMs},
-         {QStringLiteral("replay"), message.isReplay}},
-        (message.body.isNull() ? 0 : message.bytes) + message.path.size());
+         {QStringLiteral("replay"), message.isReplay}});
 }
 
 void Journal::addRequest(const QJsonObject &request, double sentMs, bool accepted)
@@ -44,34 +41,36 @@ void Journal::addRequest(const QJsonObject &request, double sentMs, bool accepte
          {bodyKey, request},
          {timeKey, sentMs},
          {tookKey, monotonicMs() - sentMs},
-         {QStringLiteral("accepted"), accepted}},
-        QJsonDocument(request).toJson(QJsonDocument::Compact).size());
+         {QStringLiteral("accepted"), accepted}});
 }
 
 void Journal::addNote(const QString &text)
 {
     add({{kindKey, QStringLiteral("note")},
          {QStringLiteral("text"), text},
-         {timeKey, monotonicMs()}},
-        0);
+         {timeKey, monotonicMs()}});
 }
 
-QJsonArray Journal::entries() const
+QByteArray Journal::toJson() const
 {
-    QJsonArray array;
-    for (const auto &entry : m_entries)
-        array.append(entry.json);
-    return array;
+    QByteArray json = "[";
+    json.reserve(static_cast<qsizetype>(m_bytes) + static_cast<qsizetype>(m_entries.size()) + 2);
+    for (const auto &entry : m_entries) {
+        if (json.size() > 1)
+            json += ',';
+        json += entry;
+    }
+    return json + ']';
 }
 
-void Journal::add(QJsonObject entry, qint64 bytes)
+void Journal::add(QJsonObject entry)
 {
     entry.insert(QStringLiteral("id"), ++m_lastId);
-    m_entries.push_back({entry, bytes + bytesBesidesTheBody});
-    m_bytes += m_entries.back().bytes;
+    m_entries.push_back(QJsonDocument(entry).toJson(QJsonDocument::Compact));
+    m_bytes += m_entries.back().size();
     while (m_entries.size() > maxEntries || (m_bytes > maxBytes && m_entries.size() > 1)) {
-        m_bytes -= m_entries.front().bytes;
+        m_bytes -= m_entries.front().size();
         m_entries.pop_front();
     }
-    Q_EMIT added(entry);
+    Q_EMIT added(m_entries.back());
 }

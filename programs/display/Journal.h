@@ -2,7 +2,7 @@
 
 #include <display/Switches.h>
 
-#include <QJsonArray>
+#include <QByteArray>
 #include <QJsonObject>
 #include <QObject>
 #include <QString>
@@ -38,28 +38,25 @@ class Journal : public QObject
 
 public:
     static constexpr std::size_t maxEntries = 5000;
-    static constexpr qint64 maxBytes = 67'108'864; // 64 MiB of bodies
+    static constexpr qint64 maxBytes = 16'777'216; // 16 MiB as JSON, besides the newest
 
     void addAsked(const QString &type, double atMs);
     void addMessage(const JournalMessage &message);
     void addRequest(const QJsonObject &request, double sentMs, bool accepted);
     void addNote(const QString &text);
 
-    QJsonArray entries() const;
+    /// All entries as an array on one line, in the order of their numbers.
+    QByteArray toJson() const;
 
 Q_SIGNALS:
-    void added(const QJsonObject &entry);
+    /// `entry` is an object of JSON on one line.
+    void added(const QByteArray &entry);
 
 private:
-    struct Entry
-    {
-        QJsonObject json;
-        qint64 bytes;
-    };
+    void add(QJsonObject entry);
 
-    void add(QJsonObject entry, qint64 bytes);
-
-    std::deque<Entry> m_entries;
+    std::deque<QByteArray>
+        m_entries; // as text: parsed, a hostile body takes tens of times the room
     qint64 m_bytes = 0;
     int m_lastId = 0;
 };

@@ -11,6 +11,12 @@ const auto paymentDraft = QStringLiteral("PaymentDraft");
 const auto priceList = QStringLiteral("PriceList");
 const auto imageData = QStringLiteral("ImageData");
 
+const auto idKey = QStringLiteral("id");
+const auto uriKey = QStringLiteral("uri");
+const auto typeKey = QStringLiteral("type");
+const auto valueKey = QStringLiteral("value");
+const auto scrollKey = QStringLiteral("scroll");
+
 /// More scrolling than a price list has pages changes nothing.
 constexpr qsizetype maxScrolls = 200;
 
@@ -22,20 +28,34 @@ bool isEnd(const KeptMessage &message)
 
 bool isScroll(const KeptMessage &message)
 {
-    return message.type == priceList && message.body.contains(u"scroll");
+    return message.type == priceList && message.body.contains(scrollKey);
+}
+
+bool isPicture(const KeptMessage &message)
+{
+    return message.type == imageData;
+}
+
+/// What a picture is for, and nothing else that somebody may have put there.
+QJsonObject idOf(const QJsonObject &body)
+{
+    const auto id = body[u"id"].toObject();
+    return {{typeKey, id[typeKey].toString()}, {valueKey, id[valueKey].toString()}};
 }
 
 qint64 pictureBytes(const KeptMessage &message)
 {
     constexpr qint64 forTheRest = 256;
-    return message.type == imageData ? message.body[u"uri"].toString().size() + forTheRest : 0;
+    const auto id = message.body[idKey].toObject();
+    return message.body[uriKey].toString().size() + id[typeKey].toString().size() +
+           id[valueKey].toString().size() + forTheRest;
 }
 
 } // namespace
 
 void LastMessages::keep(const KeptMessage &message)
 {
-    if (message.type == imageData) {
+    if (isPicture(message)) {
         keepPicture(message);
     } else if (isScroll(message)) {
         keepScroll(message);
@@ -83,29 +103,35 @@ void LastMessages::endPayments(const QJsonObject &receipt)
         remove(paymentDraft);
 }
 
-void LastMessages::keepPicture(const KeptMessage &message)
+void LastMessages::keepPicture(KeptMessage message)
 {
-    const auto id = message.body[u"id"];
-    m_messages.removeIf([&](const KeptMessage &other) {
-        return other.type == imageData && other.body[u"id"] == id;
-    });
+    const auto id = idOf(message.body);
+    message.body = {{idKey, id}, {uriKey, message.body[uriKey].toString()}};
+    m_messages.removeIf(
+        [&](const KeptMessage &other) { return isPicture(other) && other.body[idKey] == id; });
     m_messages.append(message);
 
-    qint64 total = 0;
-    for (const auto &each : m_messages)
-        total += pictureBytes(each);
+    qint64 bytes = 0;
+    qsizetype count = 0;
+    for (const auto &each : m_messages) {
+        bytes += isPicture(each) ? pictureBytes(each) : 0;
+        count += isPicture(each) ? 1 : 0;
+    }
     m_messages.removeIf([&](const KeptMessage &each) {
-        const bool tooMuch = total > maxPictureBytes && each.type == imageData;
-        if (tooMuch)
-            total -= pictureBytes(each);
-        return tooMuch;
+        const bool goes = isPicture(each) && (bytes > maxPictureBytes || count > maxPictures);
+        if (goes) {
+            bytes -= pictureBytes(each);
+            --count;
+        }
+        return goes;
     });
 }
 
-void LastMessages::keepScroll(const KeptMessage &message)
+void LastMessages::keepScroll(KeptMessage message)
 {
     if (!find(priceList))
         return;
+    message.body = {{scrollKey, message.body[scrollKey].toString()}};
     m_messages.append(message);
     const auto scrolls = std::count_if(m_messages.begin(), m_messages.end(), &isScroll);
     if (scrolls > maxScrolls)

@@ -20,8 +20,9 @@
 class LastMessages
 {
 public:
-    /// Pictures beyond this are forgotten, the oldest first.
+    /// Pictures beyond these are forgotten, the oldest first.
     static constexpr qint64 maxPictureBytes = 33'554'432; // 32 MiB
+    static constexpr qsizetype maxPictures = 2000;        // more goods than a receipt has
 
     void keep(const KeptMessage &message);
     void clear() { m_messages.clear(); }
@@ -35,8 +36,8 @@ public:
 private:
     void remove(const QString &type);
     void endPayments(const QJsonObject &receipt);
-    void keepPicture(const KeptMessage &message);
-    void keepScroll(const KeptMessage &message);
+    void keepPicture(KeptMessage message);
+    void keepScroll(KeptMessage message);
 
     QList<KeptMessage> m_messages;
 };

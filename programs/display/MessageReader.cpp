@@ -16,24 +16,35 @@ ReceivedMessage refused(ReceivedMessage message, int status, const QString &reas
     return message;
 }
 
-/// The nesting of brackets outside of strings; meaningful for text that is JSON.
-int depthOf(const QByteArray &json)
+struct Extent
 {
     int depth = 0;
-    int deepest = 0;
+    int values = 0;
+};
+
+/// How deep the brackets outside of strings are nested, and about how many values there are;
+/// meaningful for text that is JSON.
+Extent extentOf(const QByteArray &json)
+{
+    Extent extent;
+    int depth = 0;
     bool inString = false;
     for (qsizetype i = 0; i < json.size(); ++i) {
         const char c = json[i];
-        if (inString && c == '\\')
+        if (inString && c == '\\') {
             ++i;
-        else if (c == '"')
+        } else if (c == '"') {
             inString = !inString;
-        else if (!inString && (c == '{' || c == '['))
-            deepest = std::max(deepest, ++depth);
-        else if (!inString && (c == '}' || c == ']'))
+        } else if (!inString && (c == '{' || c == '[')) {
+            extent.depth = std::max(extent.depth, ++depth);
+            ++extent.values;
+        } else if (!inString && (c == '}' || c == ']')) {
             --depth;
+        } else if (!inString && c == ',') {
+            ++extent.values;
+        }
     }
-    return deepest;
+    return extent;
 }
 
 } // namespace
@@ -46,9 +57,12 @@ ReceivedMessage readMessage(const QString &method, const QString &path, const QB
         return refused(message, 404, QStringLiteral("no message is posted to this path"));
     if (method != u"POST")
         return refused(message, 405, QStringLiteral("a message is sent with POST"));
-    if (depthOf(content) > maxMessageDepth)
+    const auto extent = extentOf(content);
+    if (extent.depth > maxMessageDepth)
         return refused(message, 400,
                        QStringLiteral("nested deeper than %1 levels").arg(maxMessageDepth));
+    if (extent.values > maxMessageValues)
+        return refused(message, 400, QStringLiteral("more than %1 values").arg(maxMessageValues));
 
     QJsonParseError error{};
     const auto document = QJsonDocument::fromJson(content, &error);

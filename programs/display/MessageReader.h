@@ -17,6 +17,10 @@ struct ReceivedMessage
 /// The deepest nesting of arrays and objects in a message that is accepted.
 inline constexpr int maxMessageDepth = 64;
 
-/// Checks a request as a message of the register: POST, a known path, a JSON object, not nested too
-/// deeply.
+/// The most values in one: as many as a price list of tens of thousands of goods has. In memory
+/// each takes tens of times its text.
+inline constexpr int maxMessageValues = 1'000'000;
+
+/// Checks a request as a message of the register: POST, a known path, a JSON object, neither nested
+/// too deeply nor of too many values.
 ReceivedMessage readMessage(const QString &method, const QString &path, const QByteArray &content);

@@ -55,8 +55,8 @@ QList<QJsonObject> Pictures::requestsFor(const QJsonObject &receipt)
 
 void Pictures::giveUp(const QJsonObject &request)
 {
-    m_asked.remove(request[dataKey][goodsCode][valueKey].toString());
-    --m_requested;
+    if (m_asked.remove(request[dataKey][goodsCode][valueKey].toString()))
+        --m_requested;
 }
 
 void Pictures::receive(const QJsonObject &message)

@@ -59,6 +59,7 @@ void StateFile::rewrite(const LastMessages &messages)
     if (!m_file.isOpen())
         return;
     QSaveFile fresh(m_file.fileName());
+    fresh.setDirectWriteFallback(true); // the folder may be somebody else's
     if (fresh.open(QIODevice::WriteOnly)) {
         for (const auto &message : messages.all())
             fresh.write(lineOf(message));
@@ -77,8 +78,11 @@ void StateFile::rewrite(const LastMessages &messages)
 
 void StateFile::append(const QByteArray &line)
 {
-    if (m_file.write(line) != line.size() || !m_file.flush())
+    if (m_file.write(line) != line.size() || !m_file.flush()) {
         giveUp(m_file.errorString());
+        QFile::resize(m_file.fileName(), 0); // no state is better than an old one
+        return;
+    }
     m_size += line.size();
 }
 

@@ -25,8 +25,12 @@ EventStreams::EventStreams()
 
 QByteArray EventStreams::event(const QString &name, const QJsonObject &data)
 {
-    return "event: " + name.toUtf8() +
-           "\ndata: " + QJsonDocument(data).toJson(QJsonDocument::Compact) + "\n\n";
+    return event(name, QJsonDocument(data).toJson(QJsonDocument::Compact));
+}
+
+QByteArray EventStreams::event(const QString &name, const QByteArray &json)
+{
+    return "event: " + name.toUtf8() + "\ndata: " + json + "\n\n";
 }
 
 void EventStreams::open(HttpServer &server, const QByteArray &first)

@@ -28,6 +28,8 @@ public:
     EventStreams();
 
     static QByteArray event(const QString &name, const QJsonObject &data);
+    /// `json` is on one line.
+    static QByteArray event(const QString &name, const QByteArray &json);
 
     /// Answers the request being delivered with events, beginning with `first`.
     void open(HttpServer &server, const QByteArray &first);

@@ -17,6 +17,13 @@ QString pathOf(const QUrl &target)
     return target.path(QUrl::FullyDecoded);
 }
 
+void refuseMethod(HttpServer &server, const QString &path, const QString &allowed)
+{
+    auto header = pageHeader(notAllowed, QStringLiteral("text/plain; charset=utf-8"));
+    header.setValue(QStringLiteral("Allow"), allowed);
+    server.sendResponse(header, QStringLiteral("%1 takes %2\n").arg(path, allowed).toUtf8());
+}
+
 QString contentTypeOf(const QString &resource)
 {
     static const QMap<QString, QString> types{
@@ -71,8 +78,7 @@ void PageRoutes::serve(HttpServer &server, const RequestHeader &header,
     if (handlers.isEmpty())
         answerWithText(server, notFound, QStringLiteral("there is no page at %1").arg(path));
     else if (!handlers.contains(header.method()))
-        answerWithText(server, notAllowed,
-                       QStringLiteral("%1 takes %2").arg(path, handlers.firstKey()));
+        refuseMethod(server, path, QStringList(handlers.keys()).join(QStringLiteral(", ")));
     else
         handlers[header.method()]({server, header, path, QUrlQuery(target), content});
 }

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <chrono>
 
 namespace {
@@ -290,4 +292,24 @@ TEST_F(AdPlayerTest, A_stream_whose_key_is_refused_has_failed)
     server.answer(ScriptedAnswer::status(403));
     EXPECT_FALSE(outcomeOf(streamAddress()));
     EXPECT_TRUE(player.reason().contains("server replied")) << player.reason().toStdString();
+}
+
+TEST_F(AdPlayerTest, What_is_no_file_is_not_waited_for)
+{
+    const QTemporaryDir folder;
+    const auto pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    for (const auto &path : {pipe, folder.path(), folder.filePath("missing")}) {
+        EXPECT_FALSE(outcomeOf("file://" + path));
+        EXPECT_EQ(player.reason(), "there is no such file");
+    }
+}
+
+TEST_F(AdPlayerTest, What_has_had_its_time_cannot_fail_any_more)
+{
+    EXPECT_TRUE(outcomeOf(dataAddress));
+    const QSignalSpy finished(&player, &AdPlayer::finished);
+    player.fail("too late");
+    EXPECT_TRUE(finished.isEmpty());
+    EXPECT_EQ(player.content().kind, AdContent::Kind::Picture);
 }

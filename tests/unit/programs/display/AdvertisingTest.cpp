@@ -90,3 +90,13 @@ TEST_F(AdvertisingTest, How_each_fared_is_printed_with_its_address)
     EXPECT_TRUE(outcomeOf(picture).endsWith("shown: " + picture + '\n'));
     EXPECT_TRUE(outcomeOf("data:,text").endsWith("neither a picture nor a film: data:,text\n"));
 }
+
+TEST_F(AdvertisingTest, A_report_is_given_up_when_it_is_stopped)
+{
+    plugin.answerNext({ScriptedAnswer::status(503)});
+    advertising.play({{"url", ""}, {"time", 1}});
+    ASSERT_TRUE(waitForReports(1));
+    advertising.stop();
+    support::letPass(std::chrono::milliseconds(1300));
+    EXPECT_EQ(plugin.requestCount(), 1);
+}

@@ -218,3 +218,25 @@ TEST_F(CustomerScreenTest, May_have_a_port_besides)
     });
     EXPECT_EQ(keptMessages().size(), 1);
 }
+
+TEST_F(CustomerScreenTest, Is_not_taken_up_by_a_display_that_cannot_have_its_second_port)
+{
+    tell("/showAD", dataAd(svg, 1));
+    display.reset();
+    const support::ScriptedServer other;
+    const auto before = plugin.requestCount();
+    options.pagePort = other.port();
+    start();
+    EXPECT_FALSE(display->isListening());
+    EXPECT_EQ(adKind(), "none");
+    EXPECT_EQ(plugin.requestCount(), before);
+}
+
+TEST_F(CustomerScreenTest, Does_not_count_the_pictures_of_an_earlier_run)
+{
+    tell("/image", R"({"id":{"type":"GoodsCode","value":"100"},"uri":"data:1"})");
+    start();
+    EXPECT_EQ(keptMessages().size(), 1);
+    const auto summary = support::outputOf(stdout, [&] { display->printSummary(); });
+    EXPECT_FALSE(summary.contains("Pictures:")) << summary.toStdString();
+}

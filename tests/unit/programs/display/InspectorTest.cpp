@@ -128,6 +128,37 @@ TEST_F(InspectorTest, Makes_the_display_slow)
     EXPECT_EQ(keptMessages().size(), 1);
 }
 
+TEST_F(InspectorTest, Has_what_waits_answered_in_its_order_when_the_display_is_no_longer_slow)
+{
+    post("/switches", R"({"slowMs":600000})");
+    support::RawClient first(display->port());
+    first.send(support::RawClient::request("/content", R"({"data":"old"})"));
+    support::RawClient second(display->port());
+    support::outputOf(stdout, [&] {
+        ASSERT_TRUE(support::waitFor([&] { return display->waiting() == 1; }));
+        second.send(support::RawClient::request("/content", R"({"data":"new"})"));
+        ASSERT_TRUE(support::waitFor([&] { return display->waiting() == 2; }));
+        post("/switches", R"({"slowMs":0})");
+        EXPECT_EQ(first.answer().status, 200);
+        EXPECT_EQ(second.answer().status, 200);
+    });
+    ASSERT_EQ(keptMessages().size(), 1);
+    EXPECT_EQ(keptMessages().first()["body"]["data"].toString(), "new");
+}
+
+TEST_F(InspectorTest, Has_what_waits_cut_off_when_the_display_restarts_empty)
+{
+    post("/switches", R"({"slowMs":600000})");
+    support::RawClient client(display->port());
+    client.send(support::RawClient::request("/content", R"({"data":"old"})"));
+    ASSERT_TRUE(support::waitFor([&] { return display->waiting() == 1; }));
+    act("restart-empty");
+    EXPECT_TRUE(client.waitForClose());
+    EXPECT_EQ(journal("message").first()["status"].toInt(), 0);
+    post("/switches", R"({"slowMs":0})");
+    EXPECT_TRUE(keptMessages().isEmpty());
+}
+
 TEST_F(InspectorTest, Changes_only_the_switches_that_it_names_and_tells_all_pages)
 {
     post("/switches", R"({"slowMs":300})");

@@ -2,17 +2,25 @@
 
 #include <common/MonotonicClock.h>
 
+#include <support/Json.h>
 #include <support/PrintQt.h>
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
 namespace {
 
+QJsonArray entriesOf(const Journal &journal)
+{
+    return QJsonDocument::fromJson(journal.toJson()).array();
+}
+
 QJsonObject last(const Journal &journal)
 {
-    return journal.entries().last().toObject();
+    return entriesOf(journal).last().toObject();
 }
 
 } // namespace
@@ -64,8 +72,8 @@ TEST(Journal, Tells_of_each_entry_under_a_number_of_its_own)
     journal.addNote("first");
     journal.addNote("second");
     ASSERT_EQ(added.size(), 2);
-    EXPECT_EQ(added[0][0].toJsonObject()["id"].toInt(), 1);
-    EXPECT_EQ(added[1][0].toJsonObject(), last(journal));
+    EXPECT_EQ(support::json(added[0][0].toByteArray())["id"].toInt(), 1);
+    EXPECT_EQ(support::json(added[1][0].toByteArray()), last(journal));
     EXPECT_EQ(last(journal)["text"].toString(), "second");
 }
 
@@ -74,16 +82,26 @@ TEST(Journal, Lets_the_oldest_entries_fall_out_beyond_their_number)
     Journal journal;
     for (std::size_t i = 0; i < Journal::maxEntries + 10; ++i)
         journal.addNote("x");
-    EXPECT_EQ(journal.entries().size(), qsizetype(Journal::maxEntries));
-    EXPECT_EQ(journal.entries().first()["id"].toInt(), 11);
+    EXPECT_EQ(entriesOf(journal).size(), qsizetype(Journal::maxEntries));
+    EXPECT_EQ(entriesOf(journal).first()["id"].toInt(), 11);
 }
 
 TEST(Journal, Lets_the_oldest_entries_fall_out_beyond_their_bytes)
 {
     Journal journal;
+    const QJsonObject body{{"uri", QString(Journal::maxBytes / 4, 'x')}};
     for (int i = 0; i < 5; ++i)
-        journal.addMessage(
-            {i, "ImageData", "/image", QJsonObject(), Journal::maxBytes / 4, 200, {}, 1, 1, false});
-    EXPECT_EQ(journal.entries().size(), 3);
+        journal.addMessage({i, "ImageData", "/image", body, 1, 200, {}, 1, 1, false});
+    EXPECT_EQ(entriesOf(journal).size(), 3);
     EXPECT_EQ(last(journal)["n"].toInt(), 4);
+}
+
+TEST(Journal, Holds_the_newest_entry_however_large_it_is)
+{
+    Journal journal;
+    journal.addNote("small");
+    const QJsonObject body{{"uri", QString(Journal::maxBytes, 'x')}};
+    journal.addMessage({7, "ImageData", "/image", body, 1, 200, {}, 1, 1, false});
+    EXPECT_EQ(entriesOf(journal).size(), 1);
+    EXPECT_EQ(last(journal)["n"].toInt(), 7);
 }

@@ -145,3 +145,26 @@ TEST_F(LastMessagesTest, Go_to_JSON_and_back)
                                                     {"body", QJsonObject{{"data", "Привет"}}}}));
     EXPECT_EQ(KeptMessage::fromJson(json.first().toObject()).toJson(), json.first().toObject());
 }
+
+TEST_F(LastMessagesTest, Forget_the_oldest_pictures_beyond_their_number)
+{
+    for (int i = 0; i < LastMessages::maxPictures + 2; ++i)
+        keepPicture(QString::number(i), "data:1");
+    EXPECT_EQ(messages.all().size(), LastMessages::maxPictures);
+    EXPECT_EQ(numbers().first(), 3);
+}
+
+TEST_F(LastMessagesTest, Hold_of_a_picture_and_of_a_step_nothing_but_what_the_screen_needs)
+{
+    const QString large(1'000'000, 'x');
+    keep("ImageData",
+         {{"id", QJsonObject{{"type", "GoodsCode"}, {"value", "100"}, {"more", large}}},
+          {"uri", "data:1"},
+          {"more", large}});
+    keep("PriceList", {{"title", "x"}});
+    keep("PriceList", {{"scroll", "down"}, {"more", large}});
+    EXPECT_EQ(messages.find("ImageData")->body,
+              (QJsonObject{{"id", QJsonObject{{"type", "GoodsCode"}, {"value", "100"}}},
+                           {"uri", "data:1"}}));
+    EXPECT_EQ(messages.all().last().body, (QJsonObject{{"scroll", "down"}}));
+}

@@ -127,3 +127,14 @@ TEST(MessageReader, Knows_where_a_text_with_escapes_ends)
     expectRefused(post("{\"a\":\"\\\\\",\"b\":" + brackets + QByteArray(100, ']') + '}'), 400,
                   "nested deeper than 64 levels");
 }
+
+TEST(MessageReader, Accepts_a_million_values_and_refuses_more)
+{
+    // The object, its one array, and what the commas between the items tell of.
+    const auto withItems = [](int count) {
+        return "{\"a\":[" + QByteArray("0,").repeated(count - 1) + "0]}";
+    };
+    EXPECT_EQ(post(withItems(999'999)).status, 200);
+    expectRefused(post(withItems(1'000'000)), 400, "more than 1000000 values");
+    EXPECT_EQ(post("{\"a\":\"" + QByteArray(1'100'000, ',') + "\"}").status, 200);
+}

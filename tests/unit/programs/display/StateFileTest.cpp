@@ -9,7 +9,34 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 namespace {
+
+/// As if the disk were full beyond so many bytes of each file.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    rlimit m_before{};
+    void (*const m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
 
 class StateFileTest : public testing::Test
 {
@@ -105,4 +132,17 @@ TEST_F(StateFileTest, Tells_once_that_it_cannot_be_written_and_does_without)
     ASSERT_EQ(log.textsOf("display").size(), 1);
     EXPECT_TRUE(log.textsOf("display").first().startsWith(
         "the last state is not kept: " + folder.path() + ": "));
+}
+
+TEST_F(StateFileTest, Leaves_no_old_state_behind_when_the_disk_is_full)
+{
+    StateFile file(name());
+    add(file, "Content", {{"data", "old"}});
+    {
+        const FullDisk disk(1000);
+        add(file, "Content", {{"data", QString(5000, 'x')}});
+    }
+    add(file, "Content", {{"data", "later"}});
+    EXPECT_EQ(QFileInfo(name()).size(), 0);
+    ASSERT_EQ(log.textsOf("display").size(), 1);
 }

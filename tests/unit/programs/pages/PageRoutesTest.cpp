@@ -32,6 +32,7 @@ TEST_F(PageRoutesTest, Refuse_an_unknown_path_and_another_method)
     const auto otherMethod = ask("GET", "/switches");
     EXPECT_EQ(otherMethod.status, 405);
     EXPECT_EQ(otherMethod.body, "/switches takes POST\n");
+    EXPECT_TRUE(otherMethod.header.contains("\r\nAllow: POST\r\n"));
 }
 
 TEST_F(PageRoutesTest, Know_their_paths_whatever_the_method_and_the_query)
