@@ -22,7 +22,7 @@ export function createGoodsGrid(goods, choose) {
     type: 'button', className: 'card', title: item.name, onclick: () => choose(item),
   },
   picture(item),
-  make('span', { className: 'name', textContent: item.name }),
+  make('span', { className: 'name', textContent: item.name, dataset: { clipped: '' } }),
   make('span', { className: 'price' },
     make('b', { textContent: roubles(item.price) }),
     make('span', { textContent: ` за ${item.unit}` })))));
