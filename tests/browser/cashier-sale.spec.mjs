@@ -104,3 +104,56 @@ test('a whole sale needs no more than the keyboard', async ({ openCashier, page,
   await expect(page.locator('#sums')).toContainText('Сдача');
   await expect.poll(async () => (await shopDisplay.messages('/updateDocument')).at(-1)?.state).toBe('paid');
 });
+
+/** Holds the commands back until `release()`, as a register that is slow does. */
+async function holdCommands(page) {
+  let release;
+  const released = new Promise((done) => { release = done; });
+  await page.route('**/commands', async (route) => {
+    await released;
+    await route.continue();
+  });
+  return release;
+}
+
+test('Enter pressed twice on a part of the sum pays it once', async ({ openCashier, page }) => {
+  const cashier = await openCashier();
+  await cashier.card('Хлеб бородинский').click();
+  await expect(page.locator('#pay')).toBeEnabled();
+  await page.keyboard.press('F9');
+  await expect(page.locator('#pay-dialog')).toBeVisible();
+  const release = await holdCommands(page);
+  await page.keyboard.type('10\n\n');
+  await page.keyboard.press('F6'); // nor is it paid by card as well
+  release();
+  await expect(page.locator('#pay-dialog')).toBeHidden();
+  await page.keyboard.press('F8');
+  await cashier.expectCommands([{ do: 'open' }, { do: 'sell', goods: '100' }, { do: 'pay', kind: 'cash', amount: 1000 }, { do: 'qr' }]);
+});
+
+test('two positions are taken out in quick succession', async ({ openCashier, page }) => {
+  const cashier = await openCashier();
+  for (const goods of ['100', '101', '102']) await page.keyboard.type(`${goods}\n`);
+  await expect(page.getByRole('option')).toHaveCount(3);
+  const release = await holdCommands(page);
+  await page.locator('#positions').focus();
+  await page.keyboard.press('Delete');
+  await page.keyboard.press('Delete');
+  release();
+  await expect(page.getByRole('option')).toHaveCount(1);
+  await expect(page.getByRole('option')).toContainText('Хлеб бородинский');
+  await expect.poll(async () => (await cashier.commands()).slice(-2)).toEqual(['{"do":"void","position":3}', '{"do":"void","position":2}']);
+  await expect(page.locator('#problem')).toBeEmpty();
+});
+
+test('paying right after a scan asks for the whole sum', async ({ openCashier, page }) => {
+  const cashier = await openCashier();
+  await cashier.card('Хлеб бородинский').click();
+  await expect(page.locator('#pay')).toContainText('64,90 ₽');
+  const release = await holdCommands(page);
+  await page.keyboard.type('101\n');
+  await page.keyboard.press('F9');
+  await expect(page.locator('#pay-dialog')).toBeHidden();
+  release();
+  await expect(page.locator('#pay-title')).toHaveText('К оплате 117,80 ₽');
+});

@@ -10,12 +10,24 @@
 export function makeAsk(dialog, accept) {
   const form = dialog.querySelector('form');
   const wrong = dialog.querySelector('.wrong');
+  let isBusy = false;
 
-  form.addEventListener('submit', async (event) => {
+  /** Does one thing at a time: what is pressed while a command runs is not meant twice. */
+  async function attempt(action, ends = true) {
+    if (isBusy) return;
+    isBusy = true;
+    try {
+      const problem = await action();
+      wrong.textContent = problem ?? '';
+      if (problem === undefined && ends) dialog.close();
+    } finally {
+      isBusy = false;
+    }
+  }
+
+  form.addEventListener('submit', (event) => {
     event.preventDefault();
-    const problem = await accept();
-    wrong.textContent = problem ?? '';
-    if (problem === undefined) dialog.close();
+    attempt(accept);
   });
   form.addEventListener('input', () => { wrong.textContent = ''; });
   dialog.querySelector('.cancel').addEventListener('click', () => dialog.close());
@@ -25,9 +37,8 @@ export function makeAsk(dialog, accept) {
       wrong.textContent = '';
       if (!dialog.open) dialog.showModal();
     },
-    close: () => dialog.close(),
-    complain(text) {
-      wrong.textContent = text;
-    },
+    /** For the other buttons: does what may return a problem, as `accept`, and closes the dialog
+        unless there is one or it does not end the dialog. */
+    attempt,
   };
 }

@@ -42,8 +42,9 @@ function showProblem(problem) {
   element('problem').textContent = problem ?? '';
 }
 
-/** For what is done on the page itself. */
-const run = async (...commands) => showProblem(await runAll(() => commands.map(commandText)));
+/** For what is done on the page itself; with commands that depend on what those before lead to. */
+const runMade = async (makeCommands) => showProblem(await runAll(() => makeCommands().map(commandText)));
+const run = (...commands) => runMade(() => commands);
 /** For dialogs, which show themselves what is wrong. */
 async function ask(command) {
   const problem = await runAll(() => [commandText(command)]);
@@ -69,13 +70,25 @@ function setNextQuantity(number) {
 async function sell(goods, number) {
   setNextQuantity(null);
   const command = number === null ? { do: 'sell', goods } : { do: 'sell', goods, quantity: number };
-  showProblem(await runAll(() => [...(isOpen(state.receipt) ? [] : [{ do: 'open' }]), command].map(commandText)));
+  await runMade(() => [...(isOpen(state.receipt) ? [] : [{ do: 'open' }]), command]);
 }
 
 /** What is sold by weight has to be weighed, unless the quantity is given. */
 function choose(item, number = nextQuantity) {
   if (number === null && isWeighed(item)) askQuantity(item.name, 'Вес, кг', '1', (weight) => sell(item.code, weight));
   else sell(item.code, number);
+}
+
+/** Takes out the position that is selected by then: with two in quick succession, two positions. */
+const voidSelected = () => runMade(() => {
+  const position = receiptView.selected();
+  return position === null ? [] : [{ do: 'void', position: position.index + 1 }];
+});
+
+/** Opens a dialog on what the commands before have led to, unless another has been opened. */
+async function whenIdle(open) {
+  await commander.idle();
+  if (isOpen(state.receipt) && document.querySelector('dialog:modal') === null) open();
 }
 
 function find(goods, grid) {
@@ -103,9 +116,9 @@ element('new-receipt').onclick = () => run({ do: 'open' });
 element('prices').onclick = () => run({ do: 'prices', columns: 2 });
 element('screen').onclick = askText;
 element('qr').onclick = () => run({ do: 'qr' });
-element('pay').onclick = () => askPayment(state.receipt);
-element('void').onclick = () => run({ do: 'void', position: receiptView.selected().index + 1 });
-element('discount').onclick = () => askDiscount(receiptView.selected());
+element('pay').onclick = () => whenIdle(() => askPayment(state.receipt));
+element('void').onclick = voidSelected;
+element('discount').onclick = () => whenIdle(() => askDiscount(receiptView.selected()));
 element('quantity').onclick = () => askQuantity('Следующий товар', 'Количество', quantity(nextQuantity ?? 1), setNextQuantity);
 element('shop').hidden = window.parent !== window; // it is around this page already
 listenForKeys(element('find-text'));

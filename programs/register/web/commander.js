@@ -32,6 +32,11 @@ export class Commander {
     return sent;
   }
 
+  /** Resolved when all that has been given to it so far is done with. */
+  idle() {
+    return this.#last;
+  }
+
   /** The page has heard of the command with this number, and of all that it changed. */
   hear(n) {
     this.#heard = n;

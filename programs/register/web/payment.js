@@ -33,11 +33,7 @@ export function createPayment(run) {
   });
 
   for (const [id, command, ends] of buttons) {
-    element(id).onclick = async () => {
-      const problem = await run(command);
-      if (problem !== undefined) ask.complain(problem);
-      else if (ends) ask.close();
-    };
+    element(id).onclick = () => ask.attempt(() => run(command), ends);
   }
 
   const showChange = () => {

@@ -17,11 +17,7 @@ export function createScreenText(run) {
   field.addEventListener('keydown', (event) => {
     if (event.key === 'Enter' && (event.ctrlKey || event.metaKey)) field.form.requestSubmit();
   });
-  element('hide-content').onclick = async () => {
-    const problem = await run({ do: 'content', hide: true });
-    if (problem === undefined) ask.close();
-    else ask.complain(problem);
-  };
+  element('hide-content').onclick = () => ask.attempt(() => run({ do: 'content', hide: true }));
 
   return () => {
     ask.open();
