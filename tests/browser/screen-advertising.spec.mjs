@@ -145,6 +145,24 @@ test('A film that the browser cannot play is reported, and the welcome stays', a
   await expect(page.locator('.greeting')).toBeVisible();
 });
 
+test('A film that breaks while it plays is reported once, and goes', async ({ page, context, startDisplay, service }) => {
+  const display = await startDisplay({ pluginUrl: service.url });
+  service.contents.set('/film.webm', await recordFilm(context));
+  const reported = [];
+  page.on('request', (request) => { if (request.url().endsWith('/ad-failed')) reported.push(request.postDataJSON()); });
+  await display.post('/configure', {});
+  await openScreen(page, display);
+  await display.post('/showAD', { id: 'film', index: 1, url: `${service.url}/film.webm`, time: 3600 });
+  await expect(page.locator('video')).toBeVisible();
+  await page.locator('video').evaluate((film) => {
+    for (let count = 0; count < 2; ++count) film.dispatchEvent(new Event('error'));
+  });
+  await expect.poll(() => service.reports).toContainEqual({ type: 'result', name: 'adResult', value: false });
+  expect(reported).toEqual([{ n: 1, reason: expect.stringContaining('the film cannot be played') }]);
+  await expect(page.locator('video')).toHaveCount(0);
+  await expect(page.locator('.greeting')).toBeVisible();
+});
+
 test('Each picture of a stream follows the one before without a gap', async ({ page, display, service }) => {
   const picture = (hue) => `<?xml version="1.0"?><svg xmlns="http://www.w3.org/2000/svg" width="64" height="36"><rect width="64" height="36" fill="hsl(${hue} 70% 50%)"/></svg>`;
   let stream = null;
@@ -199,6 +217,24 @@ test('A picture of the register is shown, and what is neither text nor picture i
   await expect(page.locator('.content')).toBeHidden();
   await display.post('/content', { data: 'data:image/png;base64,AAAA', type: 'image', hide: false });
   await expect(page.locator('.content')).toBeHidden();
+});
+
+test('A picture of the register that fails late leaves what has come since', async ({ page, display, allowComplaints }) => {
+  allowComplaints(/ERR_FAILED/);
+  let request = null;
+  await page.route('**/late.png', (route) => { request = route; });
+  await display.post('/configure', {});
+  await openScreen(page, display);
+  await display.post('/content', { data: '/late.png', type: 'image', hide: false });
+  await expect.poll(() => request !== null).toBe(true);
+  await page.locator('.content img').evaluate((picture) => {
+    globalThis.failed = new Promise((done) => { picture.addEventListener('error', () => done()); });
+  });
+  await display.post('/content', { data: 'Касса закрыта', type: 'text', hide: false });
+  await expect(page.locator('.content')).toHaveText('Касса закрыта');
+  await request.abort();
+  await page.evaluate(() => globalThis.failed);
+  await expect(page.locator('.content')).toBeVisible();
 });
 
 test('The logo and the picture behind the screen come from the settings', async ({ page, display, service }) => {

@@ -17,19 +17,22 @@ export async function framedPicture(address) {
   return medium(make('img', { className: 'backdrop', src: address, alt: '' }), picture);
 }
 
-/** A film that can play, silently and again and again; fails if it cannot be decoded. */
-export async function playingFilm(address) {
+/** A film that can play, silently and again and again; fails if it cannot be decoded. What breaks later,
+    while it plays, is told to `onBroken`, once. */
+export async function playingFilm(address, onBroken) {
   const answer = await fetch(address);
   if (!answer.ok) throw new Error(`the film is not there: ${answer.status}`);
   const film = make('video', {
     muted: true, loop: true, autoplay: true, playsInline: true, '@aria-label': 'Реклама',
     src: URL.createObjectURL(await answer.blob()),
   });
+  const problem = () => new Error(`the film cannot be played: ${film.error?.message ?? ''}`);
   try {
     await new Promise((ready, fail) => {
       film.onloadeddata = ready;
-      film.onerror = () => fail(new Error(`the film cannot be played: ${film.error?.message ?? ''}`));
+      film.onerror = () => fail(problem());
     });
+    film.addEventListener('error', () => onBroken(problem()), { once: true });
   } catch (error) {
     release(film);
     throw error;

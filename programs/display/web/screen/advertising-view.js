@@ -50,12 +50,15 @@ export function advertisingView() {
 
   async function begin(ad) {
     const load = ad.kind === 'film' ? playingFilm : framedPicture;
+    const fail = (error) => {
+      if (wanted.n === ad.n) reportFailure(ad.n, String(error.message ?? error));
+    };
     try {
-      const next = await load(address(ad));
+      const next = await load(address(ad), fail);
       if (wanted.n === ad.n) present(ad.n, next);
       else release(next);
     } catch (error) {
-      if (wanted.n === ad.n) await reportFailure(ad.n, String(error.message ?? error));
+      fail(error);
     }
   }
 

@@ -14,7 +14,9 @@ export function contentView() {
       fitText(text, box);
     } else {
       const picture = make('img', { src: content.data, alt: 'Сообщение магазина' });
-      picture.onerror = () => { root.hidden = true; };
+      picture.onerror = () => {
+        if (picture.isConnected) root.hidden = true;
+      };
       root.replaceChildren(picture);
     }
   }
