@@ -104,6 +104,7 @@ test('Content is a text or a picture that the page may show, anything else is no
   assert.equal(contentOf({ type: 'image', data: '/look/logo' }).kind, 'picture');
   for (const body of [{ type: 'text', data: 'a', hide: true }, { type: 'text', data: '' }, { type: 'text', data: {} },
     { type: 'image', data: 'http://example.com/a.png' }, { type: 'image', data: '//example.com/a.png' },
+    { type: 'image', data: '/\\example.com/a.png' },
     { type: 'image', data: 'javascript:alert(1)' }, { type: 'film', data: 'x' }])
     assert.equal(contentOf(body), null, JSON.stringify(body));
 });
@@ -112,4 +113,19 @@ test('A picture replaces the earlier one of the same goods', () => {
   const id = { type: 'GoodsCode', value: '100' };
   const state = after(message('ImageData', { id, uri: 'data:image/png,a' }), message('ImageData', { id, uri: '' }));
   assert.deepEqual(state.pictures, { 'GoodsCode:100': '' });
+});
+
+test('Beyond 32 MiB the oldest pictures go', () => {
+  const picture = (value, megabytes) => message('ImageData', { id: { type: 'GoodsCode', value }, uri: 'x'.repeat(megabytes * 1_048_576) });
+  const kept = (...messages) => Object.keys(after(...messages).pictures);
+  assert.deepEqual(kept(picture('1', 10), picture('2', 10), picture('3', 10)), ['GoodsCode:1', 'GoodsCode:2', 'GoodsCode:3']);
+  assert.deepEqual(kept(picture('1', 15), picture('2', 15), picture('3', 15)), ['GoodsCode:2', 'GoodsCode:3']);
+  assert.deepEqual(kept(picture('1', 15), picture('2', 15), picture('1', 15), picture('3', 15)), ['GoodsCode:1', 'GoodsCode:3'],
+    'a picture that came again is a new one');
+  assert.deepEqual(kept(picture('1', 33)), []);
+});
+
+test('Of the scrolls of a price list the newest 200 are kept', () => {
+  const scrolls = Array.from({ length: 250 }, (_, at) => message('PriceList', { scroll: at < 50 ? 'up' : 'down' }));
+  assert.deepEqual(after(message('PriceList', { data: [] }), ...scrolls).prices.scrolls, Array(200).fill('down'));
 });

@@ -2,7 +2,7 @@
 import { textOf } from './values.js';
 
 /** Whether a page under this policy can show it: its own pictures and those within the address. */
-const isPicture = (address) => /^data:image\//i.test(address) || /^\/(?!\/)/.test(address);
+const isPicture = (address) => /^data:image\//i.test(address) || /^\/(?![/\\])/.test(address);
 
 /**
  * @param {Record<string, any>} body that of a `Content`

@@ -19,6 +19,11 @@ export const nothing = Object.freeze({
 
 const scrolls = ['down', 'up', 'top', 'bottom'];
 
+/** As many as the display itself keeps; beyond, the oldest go. */
+const mostScrolls = 200;
+const mostPictureBytes = 33_554_432; // 32 MiB
+const pictureBytes = (uri) => uri.length + 256;
+
 /** Whether a payment that is announced now belongs to a receipt that is paid already: the newest
     receipt overtakes it on the way. */
 const comesTooLate = (state, at) => state.receipt?.isPaid === true && receiptIsShown(state, at);
@@ -69,12 +74,22 @@ function priceList(state, { n, body }) {
       },
     };
   if (state.prices === null || !scrolls.includes(body.scroll)) return state;
-  return { ...state, prices: { ...state.prices, scrolls: [...state.prices.scrolls, body.scroll] } };
+  return { ...state, prices: { ...state.prices, scrolls: [...state.prices.scrolls, body.scroll].slice(-mostScrolls) } };
+}
+
+/** The newest of these pictures, which are in the order of their arrival, that may be kept. */
+function newestPictures(pictures) {
+  const kept = Object.entries(pictures);
+  let total = kept.reduce((sum, [, uri]) => sum + pictureBytes(uri), 0);
+  while (total > mostPictureBytes) total -= pictureBytes(kept.shift()[1]);
+  return Object.fromEntries(kept);
 }
 
 function imageData(state, { body }) {
   const id = isObject(body.id) ? body.id : {};
-  return { ...state, pictures: { ...state.pictures, [`${id.type}:${id.value}`]: textOf(body.uri) } };
+  const key = `${id.type}:${id.value}`;
+  const { [key]: _, ...others } = state.pictures;
+  return { ...state, pictures: newestPictures({ ...others, [key]: textOf(body.uri) }) };
 }
 
 function paymentDraft(state, { body, at }) {
