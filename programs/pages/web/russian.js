@@ -19,9 +19,13 @@ export function quantity(value) {
   return plain.format(toNumber(value));
 }
 
-/** A number with this many digits after the comma. */
+/** As many digits after the comma as every browser can write. */
+const mostDigits = 20;
+
+/** A number with this many digits after the comma, 20 at most. */
 export function fixed(value, digits) {
-  return new Intl.NumberFormat('ru-RU', { minimumFractionDigits: digits, maximumFractionDigits: digits })
+  const count = Math.min(digits, mostDigits);
+  return new Intl.NumberFormat('ru-RU', { minimumFractionDigits: count, maximumFractionDigits: count })
     .format(toNumber(value));
 }
 

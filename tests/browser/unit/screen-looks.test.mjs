@@ -43,6 +43,12 @@ test('A number may be written as text, and a colour with a sharp sign and capita
   assert.equal(looks.backgroundColor, 'aabbcc');
 });
 
+test('Lines are counted whole', () => {
+  assert.equal(looksOf({ 'View.Style:positionWrapLineCount': 2.9 }).positionWrapLineCount, 2);
+  assert.equal(looksOf({ 'View.Style:positionWrapLineCount': 0.5 }).positionWrapLineCount, 1);
+  assert.equal(looksOf({ 'View.Style:displayType': 3.5 }).displayType, 3);
+});
+
 test('The settings of the touch interface count only with it', () => {
   const values = { 'View.Style:headerHeight': 50, 'View.QmlStyle:headerHeight': 70, 'View.QmlStyle:displayType': 3, 'theme:name': 'dark' };
   const classic = looksOf(values);

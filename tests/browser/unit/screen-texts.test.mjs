@@ -16,6 +16,10 @@ test('A mask is filled in with numbers as they are written in Russian', () => {
   assert.equal(fill('%(position.disc_perc[.0f]) %(position.disc_sum[.1f])', position), '15 1\u00a0234,5');
 });
 
+test('A mask may ask for more digits than a browser can write', () => {
+  assert.equal(fill('%(position.disc_perc[.99f])', { disc_perc: 1 }), `1,${'0'.repeat(20)}`);
+});
+
 test('What a mask names and a position lacks is left out', () => {
   assert.equal(fill('a%(position.none)b', {}), 'ab');
   assert.equal(fill('%(position.list)', { list: [1] }), '');

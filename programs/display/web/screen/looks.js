@@ -38,11 +38,10 @@ const sizes = {
   checkSumHeight: 40,
 };
 
-/** In pixels, or lines: nothing could be seen with 0. */
+/** In pixels: nothing could be seen with 0. */
 const aboveZero = {
   receiptWidth: 500,
   receiptHeight: 500,
-  positionWrapLineCount: 1,
   headerFontSize: 14,
   positionFontSize: 14,
   positionDiscountFontSize: 13,
@@ -52,6 +51,9 @@ const aboveZero = {
   checkSumTitleFontSize: 20,
   checkSumFontSize: 24,
 };
+
+/** In whole lines. */
+const lines = { positionWrapLineCount: 1 };
 
 const switches = {
   showPositionDiscount: false,
@@ -80,6 +82,7 @@ export const styleNames = {
   colors: Object.keys(colors),
   fonts: Object.keys(fonts),
   sizes: [...Object.keys(sizes), ...Object.keys(aboveZero)],
+  lines: Object.keys(lines),
   bold: Object.keys(switches).filter((name) => name.endsWith('Bold')),
 };
 
@@ -88,6 +91,7 @@ const atLeast = (least) => (value, otherwise) => {
   const number = numberOf(value, otherwise);
   return number >= least ? number : otherwise;
 };
+const wholeFrom = (least) => (value, otherwise) => Math.trunc(atLeast(least)(value, otherwise));
 const text = (value, otherwise) => textOf(value).trim() || otherwise;
 const flag = (value, otherwise) => (typeof value === 'boolean' ? value : otherwise);
 
@@ -104,16 +108,17 @@ export function looksOf(values, n = 0) {
     const common = reader(given[`View.Style:${name}`], otherwise);
     return [name, isTouch ? reader(given[`View.QmlStyle:${name}`], common) : common];
   }));
-  const { displayType } = read({ displayType: 0 }, atLeast(0));
+  const { displayType } = read({ displayType: 0 }, wholeFrom(0));
   return {
     n,
     isTouch,
     theme: isTouch ? text(given['theme:name'], 'touch') : 'classic',
-    displayType: displayType < layouts ? Math.trunc(displayType) : 0,
+    displayType: displayType < layouts ? displayType : 0,
     ...read(colors, color),
     ...read(fonts, text),
     ...read(sizes, atLeast(0)),
     ...read(aboveZero, atLeast(1)),
+    ...read(lines, wholeFrom(1)),
     ...read(switches, flag),
     ...read(texts, text),
     ...read(touchSizes, atLeast(1)),

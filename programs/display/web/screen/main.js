@@ -24,12 +24,21 @@ let ad = null;
 let clockOffsetMs = 0;
 let hasState = false;
 
+/** A view that fails leaves the others to draw their parts. */
+function drawPart(view, scenery) {
+  try {
+    view(scenery);
+  } catch (error) {
+    console.error(error);
+  }
+}
+
 function draw() {
   if (!hasState) return;
   const now = Date.now() + clockOffsetMs;
   const scene = sceneOf(state, now);
   const layout = layoutOf({ width: innerWidth, height: innerHeight }, state.looks, scene === 'receipt');
-  for (const view of views) view({ state, ad, now, scene, layout });
+  for (const view of views) drawPart(view, { state, ad, now, scene, layout });
 }
 
 follow('/events', {

@@ -26,7 +26,8 @@ export function customProperties(looks) {
   const all = [
     ...styleNames.colors.map((name) => [name, `#${colorOf(name)}`]),
     ...styleNames.fonts.map((name) => [name, fontFamily(looks[name])]),
-    ...styleNames.sizes.map((name) => [name, name === 'positionWrapLineCount' ? `${looks[name]}` : `${looks[name]}px`]),
+    ...styleNames.sizes.map((name) => [name, `${looks[name]}px`]),
+    ...styleNames.lines.map((name) => [name, `${looks[name]}`]),
     ...styleNames.bold.map((name) => [name, looks[name] ? '700' : '400']),
     ['screenInk', `#${readable(looks.headerFontColor, looks.backgroundColor)}`],
     ['screenFaintInk', `#${readable(looks.additionalFontColor, looks.backgroundColor)}`],
