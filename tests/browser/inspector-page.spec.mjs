@@ -3,6 +3,7 @@ import { expect, test } from './support/fixtures.mjs';
 import { violations } from './support/axe.mjs';
 import { ask, cell, chip, openInspector, rows } from './support/inspector.mjs';
 import { overflowingTexts } from './support/overflow.mjs';
+import { reconnect } from './support/screen.mjs';
 import { keepScreenshot } from './support/screenshots.mjs';
 
 /** Something of everything that the page can show. */
@@ -101,12 +102,7 @@ test('A connection that comes back to the same display shows nothing twice', asy
   await openInspector(page, display);
   await display.post('/content', { number: 1 });
   await expect(rows(page, 'Content')).toHaveCount(1);
-  // A hidden page closes its connection and opens another when it is seen again.
-  for (const hidden of [true, false])
-    await page.evaluate((isHidden) => {
-      Object.defineProperty(document, 'hidden', { get: () => isHidden, configurable: true });
-      document.dispatchEvent(new Event('visibilitychange'));
-    }, hidden);
+  await reconnect(page);
   await display.post('/content', { number: 2 });
   await expect(rows(page, 'Content')).toHaveCount(2);
   await expect(chip(page, 'Content')).toHaveAccessibleDescription(/ 2 sent/);

@@ -1,7 +1,7 @@
 // Payments: codes to pay by, and announced payments.
 import { test, expect } from './support/fixtures.mjs';
 import { decodeQr } from './support/qr.mjs';
-import { openScreen, purchase, receipt, settled } from './support/screen.mjs';
+import { openScreen, purchase, receipt, reconnect, settled } from './support/screen.mjs';
 
 const qr = (page) => page.locator('#qr');
 
@@ -44,12 +44,12 @@ test('The amount stands beside the code', async ({ page, display }) => {
 
 test('The time is counted down from the arrival of the payment, and then the code is over', async ({ page, display }) => {
   await page.clock.install();
-  await showPayment(page, display, { qrCode: link, amount: 100, timeout: 90 });
-  await expect(qr(page).locator('.left')).toHaveText(/^Осталось 1:(30|2\d)$/);
+  await showPayment(page, display, { qrCode: link, amount: 100, timeout: 3600 });
+  await expect(qr(page).locator('.left')).toHaveText(/^Осталось (60:00|59:\d\d)$/);
   const barWidth = () => qr(page).locator('.bar').evaluate((bar) => bar.getBoundingClientRect().width / bar.parentElement.clientWidth);
-  await page.clock.fastForward('00:45');
-  await expect(qr(page).locator('.left')).toHaveText(/^Осталось 0:4\d$/);
-  await page.clock.fastForward('01:00');
+  await page.clock.fastForward('30:00');
+  await expect(qr(page).locator('.left')).toHaveText(/^Осталось (30:00|2\d:\d\d)$/);
+  await page.clock.fastForward('30:00');
   await expect(qr(page).locator('.left')).toHaveText('Время истекло');
   await expect(qr(page).locator('img')).toHaveCSS('opacity', '0.12');
   await expect.poll(barWidth).toBe(0);
@@ -87,6 +87,32 @@ test('A text that is too long for a code says that there is none', async ({ page
   allowComplaints(/404/);
   await showPayment(page, display, { qrCode: 'x'.repeat(5000), amount: 100, timeout: 60 });
   await expect(qr(page).locator('.no-code')).toBeVisible();
+});
+
+test('A code that could not be loaded comes with the next connection', async ({ page, display, allowComplaints }) => {
+  allowComplaints(/ERR_FAILED/);
+  await page.route('**/qr.svg?*', (route) => route.abort());
+  await showPayment(page, display, { qrCode: link, amount: 100, timeout: 0 });
+  await expect(qr(page).locator('.no-code')).toBeVisible();
+  await page.unroute('**/qr.svg?*');
+  await reconnect(page);
+  await expect(qr(page).locator('.no-code')).toBeHidden();
+  expect(await decodeScreen(page)).toBe(link);
+});
+
+test('A code does not stand beside the amount of the next one', async ({ page, display }) => {
+  await showPayment(page, display, { qrCode: link, amount: 100, timeout: 0 });
+  const width = () => page.locator('#qr img').evaluate((image) => image.naturalWidth);
+  await expect.poll(width).toBeGreaterThan(0);
+  let request = null;
+  await page.route('**/qr.svg?*', (route) => { request = route; });
+  await display.post('/qrPayment', { qrCode: 'second', amount: 200, timeout: 0 });
+  await expect(qr(page).locator('.amount')).toHaveText('2,00 ₽');
+  await expect.poll(() => request !== null).toBe(true);
+  expect(await width()).toBe(0);
+  await request.continue();
+  await expect.poll(width).toBeGreaterThan(0);
+  expect(await decodeScreen(page)).toBe('second');
 });
 
 const drafts = [

@@ -62,3 +62,12 @@ export async function openScreen(page, display) {
 /** Once nothing moves any more but the bar that counts the time down. */
 export const settled = (page) => page.waitForFunction(() => document.getAnimations()
   .every(({ playState, effect }) => playState === 'finished' || effect.target.matches('.bar')));
+
+/** Makes the page connect anew: a hidden page closes its connection until it is seen again. */
+export async function reconnect(page) {
+  for (const hidden of [true, false])
+    await page.evaluate((isHidden) => {
+      Object.defineProperty(document, 'hidden', { get: () => isHidden, configurable: true });
+      document.dispatchEvent(new Event('visibilitychange'));
+    }, hidden);
+}
