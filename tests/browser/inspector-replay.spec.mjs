@@ -111,7 +111,6 @@ test('Ten times the speed takes a tenth of the time', async ({ page, display }) 
   await choose(page, line(0, 1) + line(10_000, 2));
   await page.getByLabel('Speed').selectOption('× 10');
   await start(page);
-  await expect(status(page)).toHaveText('1 of 2 sent');
   await expect(status(page)).toHaveText('2 of 2 sent; done');
   const [first, second] = await messagesOf(display);
   expect(second.ms - first.ms).toBeGreaterThan(990);
@@ -128,6 +127,20 @@ test('A replay is stopped', async ({ page, display }) => {
   await expect(status(page)).toHaveText('1 of 2 sent; stopped');
   await expect(page.getByRole('button', { name: 'Start', exact: true })).toBeEnabled();
   expect(await messagesOf(display)).toHaveLength(1);
+});
+
+test('A file that is chosen during a replay takes its place', async ({ page, display }) => {
+  await openInspector(page, display);
+  await choose(page, line(0, 1) + line(3_600_000, 2));
+  await start(page);
+  await expect(status(page)).toHaveText('1 of 2 sent');
+  await choose(page, line(0, 3));
+  await expect(page.locator('#replay-summary')).toHaveText('session.jsonl: 1 message, 0.0 ms');
+  await expect(page.getByRole('button', { name: 'Start', exact: true })).toBeEnabled();
+  await expect(status(page)).toHaveText('');
+  await start(page);
+  await expect(status(page)).toHaveText('1 of 1 sent; done');
+  expect((await messagesOf(display)).map(({ body }) => body.number)).toEqual([1, 3]);
 });
 
 test('A broken line is named with its number and nothing is sent', async ({ page, display }) => {

@@ -20,7 +20,9 @@ export function wireReplay(onProblem) {
     const [file] = target.files;
     if (!file) return;
     stop();
+    running = null; // what is told of it from now on is of the past
     steps = [];
+    update();
     byId('replay').hidden = false;
     byId('replay-status').textContent = '';
     byId('replay-progress').value = 0;
@@ -38,7 +40,8 @@ export function wireReplay(onProblem) {
   });
 
   byId('replay-start').addEventListener('click', async () => {
-    running = new AbortController();
+    const own = new AbortController();
+    running = own;
     update();
     const status = byId('replay-status');
     const told = (sent, failed) => `${sent} of ${steps.length} sent${failed > 0 ? `, ${failed} not accepted` : ''}`;
@@ -46,17 +49,18 @@ export function wireReplay(onProblem) {
     status.textContent = progress;
     await play(steps, {
       speed: Number(byId('replay-speed').value),
-      signal: running.signal,
+      signal: own.signal,
       clock: () => performance.now(),
-      wait: (ms) => pause(ms, running.signal),
-      send: (step) => post(step, running.signal),
+      wait: (ms) => pause(ms, own.signal),
+      send: (step) => post(step, own.signal),
       onProgress: (sent, failed) => {
         progress = told(sent, failed);
         status.textContent = progress;
         byId('replay-progress').value = sent;
       },
     });
-    status.textContent = `${progress}; ${running.signal.aborted ? 'stopped' : 'done'}`;
+    if (running !== own) return;
+    status.textContent = `${progress}; ${own.signal.aborted ? 'stopped' : 'done'}`;
     running = null;
     update();
   });
