@@ -7,6 +7,7 @@ const keys = { 'Alt+ArrowUp': 'Alt ↑', 'Alt+ArrowDown': 'Alt ↓', Escape: 'Es
 /** @param {(command: object) => void} run */
 export function createOpenDialogs(run) {
   const place = document.getElementById('dialogs');
+  let shown = '';
 
   function button(label, key, command) {
     return make('button', { type: 'button', dataset: key ? { key } : {}, onclick: () => run(command) },
@@ -25,6 +26,9 @@ export function createOpenDialogs(run) {
   }
 
   return (dialogs) => {
+    const wanted = JSON.stringify(dialogs);
+    if (wanted === shown) return; // a button that has the focus keeps it
+    shown = wanted;
     place.replaceChildren(...dialogs.map((dialog, i) => entry(dialog, i === dialogs.length - 1)));
   };
 }

@@ -6,6 +6,9 @@ const isText = (element) => element.matches?.('input:not([type=radio]), textarea
 /** Keys that a field needs for itself while it holds something. */
 const editing = new Set(['Delete', 'Escape']);
 
+/** Keys that mean more of the same while they are held: those that scroll and count. */
+const isRepeated = (key) => /Arrow(Up|Down)$/.test(key);
+
 function nameOf(event) {
   return `${event.altKey ? 'Alt+' : ''}${event.ctrlKey || event.metaKey ? 'Ctrl+' : ''}${event.key}`;
 }
@@ -35,7 +38,7 @@ export function listenForKeys(field) {
       .at(-1);
     if (found) {
       event.preventDefault();
-      use(found);
+      if (!event.repeat || isRepeated(key)) use(found);
     } else if (!dialog && !isText(event.target) && /^[\p{L}\p{N}]$/u.test(key)) {
       field.focus();
     }
