@@ -1,6 +1,7 @@
 import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { expect, test } from './support/cashier.mjs';
+import { reconnect } from './support/screen.mjs';
 
 test.use({ viewport: { width: 1440, height: 900 } });
 
@@ -126,4 +127,46 @@ test('quit ends the register, and the page says that it is gone', async ({ openC
   await expect(page.locator('#connection')).toHaveText('Нет связи с кассой');
   await cashier.card('Батон').click();
   await expect(page.locator('#problem')).toContainText('Касса не отвечает');
+});
+
+test('a button to scroll by keeps the focus while the receipt changes', async ({ openCashier, page }) => {
+  const cashier = await openCashier({ args: ['--commands', '-', '--stay'] });
+  await page.keyboard.press('F7');
+  const down = page.getByRole('button', { name: 'Вниз' });
+  await down.focus();
+  cashier.register.command({ do: 'sell', goods: '101' });
+  await cashier.expectCommands([{ do: 'prices', columns: 2 }, { do: 'sell', goods: '101' }]);
+  await expect(down).toBeFocused();
+});
+
+test('a key that is held does what it does once, but goes on scrolling', async ({ openCashier, page }) => {
+  const cashier = await openCashier();
+  const hold = async (key) => { // each press after the first one is a repetition
+    for (let count = 0; count < 3; ++count) await page.keyboard.down(key);
+    await page.keyboard.up(key);
+  };
+  await page.locator('#positions').evaluate((list) => list.blur());
+  await hold('Insert');
+  await hold('F7');
+  await expect(page.getByRole('button', { name: 'Вниз' })).toBeVisible();
+  await page.keyboard.down('Alt');
+  await hold('ArrowDown');
+  await page.keyboard.up('Alt');
+  const scroll = { do: 'scroll', to: 'down' };
+  await cashier.expectCommands([{ do: 'open' }, { do: 'prices', columns: 2 }, scroll, scroll, scroll]);
+});
+
+test('goods that cannot be had are told of, and had when the register is back', async ({ openCashier, page, allowComplaints }) => {
+  allowComplaints(/ERR_FAILED/);
+  const { url } = await openCashier();
+  await page.route('**/goods', (route) => route.abort());
+  await page.goto(url);
+  await expect(page.locator('#problem')).toContainText('Касса не отвечает');
+  await page.locator('#find-text').fill('100');
+  await page.keyboard.press('Enter');
+  await expect(page.locator('#find-text')).toHaveValue('100');
+  await page.unroute('**/goods');
+  await reconnect(page);
+  await expect(page.locator('.card')).toHaveCount(36);
+  await expect(page.locator('#problem')).toBeEmpty();
 });

@@ -58,6 +58,8 @@ const askPayment = createPayment(ask);
 const askText = createScreenText(ask);
 const receiptView = createReceiptView();
 const showDialogs = createOpenDialogs(run);
+let goods = [];
+let grid = null; // until the goods are known
 const logCommand = createCommandPanel(async (text) => showProblem(await runAll(() => [text])));
 
 function setNextQuantity(number) {
@@ -91,7 +93,7 @@ async function whenIdle(open) {
   if (isOpen(state.receipt) && document.querySelector('dialog:modal') === null) open();
 }
 
-function find(goods, grid) {
+function find() {
   const field = element('find-text');
   const typed = entry(field.value);
   if (typed.goods === '') return;
@@ -121,16 +123,23 @@ element('void').onclick = voidSelected;
 element('discount').onclick = () => whenIdle(() => askDiscount(receiptView.selected()));
 element('quantity').onclick = () => askQuantity('Следующий товар', 'Количество', quantity(nextQuantity ?? 1), setNextQuantity);
 element('shop').hidden = window.parent !== window; // it is around this page already
+element('find-text').addEventListener('input', () => grid?.filter(entry(element('find-text').value).goods));
+element('find').addEventListener('submit', (event) => {
+  event.preventDefault();
+  if (grid !== null) find();
+});
 listenForKeys(element('find-text'));
 receiptView.show(null);
 
-const goods = await (await fetch('/goods')).json();
-const grid = createGoodsGrid(goods, (item) => choose(item));
-element('find-text').addEventListener('input', () => grid.filter(entry(element('find-text').value).goods));
-element('find').addEventListener('submit', (event) => {
-  event.preventDefault();
-  find(goods, grid);
-});
+async function loadGoods() {
+  try {
+    goods = await (await fetch('/goods')).json();
+    grid = createGoodsGrid(goods, (item) => choose(item));
+    showProblem(undefined);
+  } catch {
+    showProblem(unreachable);
+  }
+}
 
 follow('/events', {
   state: show,
@@ -138,4 +147,8 @@ follow('/events', {
     logCommand(told);
     commander.hear(told.answer.n);
   },
-}, (connected) => { element('connection').textContent = connected ? '' : 'Нет связи с кассой'; });
+}, (connected) => {
+  element('connection').textContent = connected ? '' : 'Нет связи с кассой';
+  if (connected) commander.forget();
+  if (connected && grid === null) loadGoods();
+});

@@ -43,6 +43,11 @@ export class Commander {
     for (const check of this.#waiting) check();
   }
 
+  /** The page is connected anew, maybe to a register that has started later: it counts from 1. */
+  forget() {
+    this.#heard = 0;
+  }
+
   async #sendAll(texts) {
     for (const text of texts) {
       const answer = await this.#post(text);

@@ -57,3 +57,25 @@ test('without news the page goes on after a while', async () => {
   const { post } = register();
   assert.equal(await new Commander(post, 5).send(() => ['open']), true);
 });
+
+test('what was heard of a register that has ended does not count for the next one', async () => {
+  const { post } = register();
+  const commander = new Commander(post, 60_000);
+  commander.hear(40);
+  commander.forget();
+  let isDone = false;
+  const sent = commander.send(() => ['open']).then(() => { isDone = true; });
+  await settled();
+  assert.equal(isDone, false);
+  commander.hear(1);
+  await sent;
+});
+
+test('it is idle when all that was given to it is done with', async () => {
+  const { sent, post } = register((text) => text === 'bad');
+  const commander = new Commander(post, 1);
+  commander.send(() => ['bad']);
+  commander.send(() => ['good']);
+  await commander.idle();
+  assert.deepEqual(sent, ['bad', 'good']);
+});
