@@ -72,6 +72,17 @@ test('the commands copied are a script that the register runs', async ({ context
   expect(await again.ended).toEqual([0, null]);
 });
 
+test('the commands are copied where the browser offers no clipboard to scripts', async ({ openCashier, page }) => {
+  await page.addInitScript(() => Object.defineProperty(Navigator.prototype, 'clipboard', { get: () => undefined }));
+  const cashier = await openCashier();
+  await withReceipt(cashier);
+  await page.locator('#copy').click();
+  await expect(page.locator('#copied')).toHaveText('Скопировано: 2 команды');
+  await page.locator('#line').focus();
+  await page.keyboard.press('Control+v');
+  await expect(page.locator('#line')).toHaveValue(/^\{"do":"open"\}\s*\{"do":"sell","goods":"100"\}\s*$/);
+});
+
 test('commands of a script are shown as they run, and change the page', async ({ openCashier, page }) => {
   const cashier = await openCashier({ args: ['--commands', '-', '--stay'] });
   cashier.register.command({ do: 'open', number: 41 });

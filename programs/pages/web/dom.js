@@ -1,5 +1,8 @@
 // Building pages without ever reading text as HTML.
 
+/** The element of the page with this id. */
+export const byId = (id) => document.getElementById(id);
+
 /**
  * A new element. `properties` are its own ("className", "onclick", "textContent"), those of
  * "dataset" and "style" (custom properties too) within; an attribute's name starts with "@".

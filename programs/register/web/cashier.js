@@ -1,4 +1,5 @@
 // The cashier's page: what is tapped and typed becomes commands of the register.
+import { byId } from '/common/dom.js';
 import { follow } from '/common/live.js';
 import { quantity } from '/common/russian.js';
 import { articleOf, isWeighed } from '/cashier/catalogue.js';
@@ -15,7 +16,6 @@ import { isOpen } from '/cashier/receipt.js';
 import { createScreenText } from '/cashier/screen-text.js';
 import { listenForKeys } from '/cashier/shortcuts.js';
 
-const element = (id) => document.getElementById(id);
 const unreachable = 'Касса не отвечает: проверьте, что программа register работает';
 
 let state = { receipt: null, dialogs: [] };
@@ -39,7 +39,7 @@ async function runAll(makeTexts) {
 }
 
 function showProblem(problem) {
-  element('problem').textContent = problem ?? '';
+  byId('problem').textContent = problem ?? '';
 }
 
 /** For what is done on the page itself; with commands that depend on what those before lead to. */
@@ -64,8 +64,8 @@ const logCommand = createCommandPanel(async (text) => showProblem(await runAll((
 
 function setNextQuantity(number) {
   nextQuantity = number;
-  element('quantity-next').textContent = quantity(number ?? 1);
-  element('quantity').classList.toggle('set', number !== null);
+  byId('quantity-next').textContent = quantity(number ?? 1);
+  byId('quantity').classList.toggle('set', number !== null);
 }
 
 /** Sells, and opens a receipt first where none is open. */
@@ -94,7 +94,7 @@ async function whenIdle(open) {
 }
 
 function find() {
-  const field = element('find-text');
+  const field = byId('find-text');
   const typed = entry(field.value);
   if (typed.goods === '') return;
   const article = articleOf(goods, typed.goods);
@@ -114,21 +114,21 @@ function show(next) {
   showDialogs(state.dialogs);
 }
 
-element('new-receipt').onclick = () => run({ do: 'open' });
-element('prices').onclick = () => run({ do: 'prices', columns: 2 });
-element('screen').onclick = askText;
-element('qr').onclick = () => run({ do: 'qr' });
-element('pay').onclick = () => whenIdle(() => askPayment(state.receipt));
-element('void').onclick = voidSelected;
-element('discount').onclick = () => whenIdle(() => askDiscount(receiptView.selected()));
-element('quantity').onclick = () => askQuantity('Следующий товар', 'Количество', quantity(nextQuantity ?? 1), setNextQuantity);
-element('shop').hidden = window.parent !== window; // it is around this page already
-element('find-text').addEventListener('input', () => grid?.filter(entry(element('find-text').value).goods));
-element('find').addEventListener('submit', (event) => {
+byId('new-receipt').onclick = () => run({ do: 'open' });
+byId('prices').onclick = () => run({ do: 'prices', columns: 2 });
+byId('screen').onclick = askText;
+byId('qr').onclick = () => run({ do: 'qr' });
+byId('pay').onclick = () => whenIdle(() => askPayment(state.receipt));
+byId('void').onclick = voidSelected;
+byId('discount').onclick = () => whenIdle(() => askDiscount(receiptView.selected()));
+byId('quantity').onclick = () => askQuantity('Следующий товар', 'Количество', quantity(nextQuantity ?? 1), setNextQuantity);
+byId('shop').hidden = window.parent !== window; // it is around this page already
+byId('find-text').addEventListener('input', () => grid?.filter(entry(byId('find-text').value).goods));
+byId('find').addEventListener('submit', (event) => {
   event.preventDefault();
   if (grid !== null) find();
 });
-listenForKeys(element('find-text'));
+listenForKeys(byId('find-text'));
 receiptView.show(null);
 
 async function loadGoods() {
@@ -148,7 +148,7 @@ follow('/events', {
     commander.hear(told.answer.n);
   },
 }, (connected) => {
-  element('connection').textContent = connected ? '' : 'Нет связи с кассой';
+  byId('connection').textContent = connected ? '' : 'Нет связи с кассой';
   if (connected) commander.forget();
   if (connected && grid === null) loadGoods();
 });

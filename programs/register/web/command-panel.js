@@ -1,15 +1,15 @@
 // Each command with its answer, wherever it came from, and a line to give one by hand.
-import { make } from '/common/dom.js';
+import { copyText } from '/common/copy.js';
+import { byId, make } from '/common/dom.js';
 import { plural } from '/common/russian.js';
 import { answerText, script } from '/cashier/language.js';
 
 const maxEntries = 300;
 const sources = { page: 'касса', script: 'сценарий' };
-const element = (id) => document.getElementById(id);
 
 /** @param {(text: string) => void} runText runs a command that was typed */
 export function createCommandPanel(runText) {
-  const log = element('log');
+  const log = byId('log');
   const texts = [];
 
   /** JSON that may be broken after a comma. */
@@ -26,24 +26,24 @@ export function createCommandPanel(runText) {
 
   function setOpen(open) {
     document.body.classList.toggle('with-commands', open);
-    element('open-commands').setAttribute('aria-expanded', String(open));
-    element(open ? 'line' : 'open-commands').focus();
+    byId('open-commands').setAttribute('aria-expanded', String(open));
+    byId(open ? 'line' : 'open-commands').focus();
   }
 
   async function copy() {
-    const written = await navigator.clipboard.writeText(script(texts)).then(() => true, () => false);
+    const written = await copyText(script(texts));
     const count = `${texts.length} ${plural(texts.length, ['команда', 'команды', 'команд'])}`;
-    element('copied').textContent = written ? `Скопировано: ${count}` : 'Браузер не дал скопировать';
+    byId('copied').textContent = written ? `Скопировано: ${count}` : 'Браузер не дал скопировать';
   }
 
-  element('open-commands').onclick = () => setOpen(!document.body.classList.contains('with-commands'));
-  element('close-commands').onclick = () => setOpen(false);
-  element('copy').onclick = copy;
-  element('by-hand').addEventListener('submit', (event) => {
+  byId('open-commands').onclick = () => setOpen(!document.body.classList.contains('with-commands'));
+  byId('close-commands').onclick = () => setOpen(false);
+  byId('copy').onclick = copy;
+  byId('by-hand').addEventListener('submit', (event) => {
     event.preventDefault();
-    const text = element('line').value.trim();
+    const text = byId('line').value.trim();
     if (text !== '') runText(text);
-    element('line').select();
+    byId('line').select();
   });
 
   return (entry) => {
@@ -51,7 +51,7 @@ export function createCommandPanel(runText) {
     if (Object.keys(entry.command).length > 0) texts.push(entry.text);
     if (log.children.length > maxEntries) log.firstElementChild.remove();
     if (texts.length > maxEntries) texts.shift();
-    element('copied').textContent = '';
-    element('last').textContent = `${entry.text} → ${entry.answer.ok ? 'ok' : entry.answer.error}`;
+    byId('copied').textContent = '';
+    byId('last').textContent = `${entry.text} → ${entry.answer.ok ? 'ok' : entry.answer.error}`;
   };
 }

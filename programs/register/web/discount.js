@@ -1,23 +1,22 @@
 // A discount on the receipt or on one of its positions.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { makeAsk } from '/cashier/ask.js';
 import { addKeypad } from '/cashier/keypad.js';
 import { decimal } from '/cashier/language.js';
 
 const usual = [0, 5, 10, 15, 25];
-const element = (id) => document.getElementById(id);
 
 /**
  * @param {(command: object) => Promise<string | undefined>} run returns what is wrong
  * @returns {(position: {index: number, name: string} | null) => void} asks; the index counts from 0
  */
 export function createDiscount(run) {
-  const field = element('percent');
-  const keypad = addKeypad(element('percent-keys'), field);
-  const [onReceipt, onPosition] = element('discount-dialog').querySelectorAll('[name=on]');
+  const field = byId('percent');
+  const keypad = addKeypad(byId('percent-keys'), field);
+  const [onReceipt, onPosition] = byId('discount-dialog').querySelectorAll('[name=on]');
   let chosen = null;
 
-  const ask = makeAsk(element('discount-dialog'), () => {
+  const ask = makeAsk(byId('discount-dialog'), () => {
     const percent = decimal(field.value);
     if (percent === null) return 'Введите процент, например 5';
     return run(onPosition.checked
@@ -25,7 +24,7 @@ export function createDiscount(run) {
       : { do: 'discount', percent });
   });
 
-  element('percents').append(...usual.map((percent) => make('button', {
+  byId('percents').append(...usual.map((percent) => make('button', {
     type: 'button',
     textContent: `${percent} %`,
     onclick: () => {
@@ -38,7 +37,7 @@ export function createDiscount(run) {
     chosen = position;
     onReceipt.checked = true;
     onPosition.disabled = position === null;
-    element('discount-position').textContent = position === null
+    byId('discount-position').textContent = position === null
       ? 'На позицию: ни одна не выбрана'
       : `На позицию ${position.index + 1}: ${position.name}`;
     ask.open();

@@ -1,5 +1,5 @@
 // The goods to tap.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { roubles } from '/common/russian.js';
 import { fits } from '/cashier/catalogue.js';
 
@@ -17,7 +17,7 @@ function picture(item) {
  * @param {(item: object) => void} choose called with the article that was tapped
  */
 export function createGoodsGrid(goods, choose) {
-  const nothing = document.getElementById('nothing');
+  const nothing = byId('nothing');
   const cards = goods.map((item) => make('li', {}, make('button', {
     type: 'button', className: 'card', title: item.name, onclick: () => choose(item),
   },
@@ -26,7 +26,7 @@ export function createGoodsGrid(goods, choose) {
   make('span', { className: 'price' },
     make('b', { textContent: roubles(item.price) }),
     make('span', { textContent: ` за ${item.unit}` })))));
-  document.getElementById('goods').replaceChildren(...cards);
+  byId('goods').replaceChildren(...cards);
 
   return {
     /** Shows those that fit what is typed. */

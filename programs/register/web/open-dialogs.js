@@ -1,12 +1,12 @@
 // What the customer is being shown and the cashier can scroll or close.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 
 const names = { qr: 'QR-код', prices: 'Прайс-лист' };
 const keys = { 'Alt+ArrowUp': 'Alt ↑', 'Alt+ArrowDown': 'Alt ↓', Escape: 'Esc' };
 
 /** @param {(command: object) => void} run */
 export function createOpenDialogs(run) {
-  const place = document.getElementById('dialogs');
+  const place = byId('dialogs');
   let shown = '';
 
   function button(label, key, command) {

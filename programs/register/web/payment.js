@@ -1,12 +1,10 @@
 // Paying: what the buyer is shown, and what is taken.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { quantity, roubles } from '/common/russian.js';
 import { makeAsk } from '/cashier/ask.js';
 import { addKeypad } from '/cashier/keypad.js';
 import { kopecks } from '/cashier/language.js';
 import { dueOf, likelyNotes } from '/cashier/receipt.js';
-
-const element = (id) => document.getElementById(id);
 
 /** Commands of the buttons that take no number, and whether they end the dialog. */
 const buttons = [
@@ -22,18 +20,18 @@ const buttons = [
  * @returns {(receipt: object) => void} asks how the receipt is paid
  */
 export function createPayment(run) {
-  const field = element('cash');
-  const keypad = addKeypad(element('cash-keys'), field);
+  const field = byId('cash');
+  const keypad = addKeypad(byId('cash-keys'), field);
   let due = 0;
 
-  const ask = makeAsk(element('pay-dialog'), () => {
+  const ask = makeAsk(byId('pay-dialog'), () => {
     const amount = kopecks(field.value);
     if (amount === null) return 'Введите сумму в рублях, например 500';
     return run({ do: 'pay', kind: 'cash', amount });
   });
 
   for (const [id, command, ends] of buttons) {
-    element(id).onclick = () => ask.attempt(() => run(command), ends);
+    byId(id).onclick = () => ask.attempt(() => run(command), ends);
   }
 
   const showChange = () => {
@@ -41,7 +39,7 @@ export function createPayment(run) {
     const text = amount === null ? '' : amount < due
       ? `Не хватает ${roubles(due - amount)}`
       : `Сдача ${roubles(amount - due)}`;
-    element('change').textContent = text;
+    byId('change').textContent = text;
   };
   field.addEventListener('input', showChange);
 
@@ -55,8 +53,8 @@ export function createPayment(run) {
 
   return (receipt) => {
     due = dueOf(receipt);
-    element('pay-title').textContent = `К оплате ${roubles(due)}`;
-    element('notes').replaceChildren(
+    byId('pay-title').textContent = `К оплате ${roubles(due)}`;
+    byId('notes').replaceChildren(
       chip('Без сдачи', plain(due)),
       ...likelyNotes(due).map((note) => chip(quantity(note), String(note))),
     );

@@ -1,9 +1,8 @@
 // The receipt with its positions, one of which is selected.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { fixed, quantity, roubles } from '/common/russian.js';
 import { dueOf, isOpen, positionsOf, selectionAfter } from '/cashier/receipt.js';
 
-const element = (id) => document.getElementById(id);
 const text = (value) => (value === undefined || value === null ? '' : String(value));
 const percent = (value) => `${Number.isInteger(value) ? value : fixed(value, 2)}\u00a0%`;
 
@@ -39,7 +38,7 @@ function nameOf(receipt) {
 }
 
 export function createReceiptView() {
-  const list = element('positions');
+  const list = byId('positions');
   let receipt = null;
   let selected = -1;
 
@@ -52,7 +51,7 @@ export function createReceiptView() {
     } else {
       list.removeAttribute('aria-activedescendant');
     }
-    element('void').disabled = !isOpen(receipt) || index < 0;
+    byId('void').disabled = !isOpen(receipt) || index < 0;
   }
 
   list.addEventListener('click', (event) => {
@@ -74,16 +73,16 @@ export function createReceiptView() {
       receipt = next;
       list.replaceChildren(...positions.map(row));
       list.hidden = positions.length === 0;
-      element('no-positions').hidden = positions.length > 0;
+      byId('no-positions').hidden = positions.length > 0;
       select(selection);
 
-      element('receipt-name').textContent = nameOf(next);
-      element('receipt-state').hidden = next === null;
-      element('receipt-state').textContent = { open: 'открыт', paid: 'оплачен' }[next?.state] ?? '';
-      element('receipt-state').dataset.state = text(next?.state);
-      element('sums').replaceChildren(...(next === null ? [] : sums(next)));
-      element('due').textContent = isOpen(next) ? roubles(dueOf(next)) : '';
-      for (const id of ['discount', 'qr', 'pay']) element(id).disabled = !isOpen(next);
+      byId('receipt-name').textContent = nameOf(next);
+      byId('receipt-state').hidden = next === null;
+      byId('receipt-state').textContent = { open: 'открыт', paid: 'оплачен' }[next?.state] ?? '';
+      byId('receipt-state').dataset.state = text(next?.state);
+      byId('sums').replaceChildren(...(next === null ? [] : sums(next)));
+      byId('due').textContent = isOpen(next) ? roubles(dueOf(next)) : '';
+      for (const id of ['discount', 'qr', 'pay']) byId(id).disabled = !isOpen(next);
     },
     /** The selected position, index counted from 0; null if there is none. */
     selected() {

@@ -1,15 +1,14 @@
 // A text on the customer's screen.
+import { byId } from '/common/dom.js';
 import { makeAsk } from '/cashier/ask.js';
-
-const element = (id) => document.getElementById(id);
 
 /**
  * @param {(command: object) => Promise<string | undefined>} run returns what is wrong
  * @returns {() => void} asks for the text
  */
 export function createScreenText(run) {
-  const field = element('content');
-  const ask = makeAsk(element('screen-dialog'), () => {
+  const field = byId('content');
+  const ask = makeAsk(byId('screen-dialog'), () => {
     const text = field.value.trim();
     return text === '' ? 'Введите текст' : run({ do: 'content', text });
   });
@@ -17,7 +16,7 @@ export function createScreenText(run) {
   field.addEventListener('keydown', (event) => {
     if (event.key === 'Enter' && (event.ctrlKey || event.metaKey)) field.form.requestSubmit();
   });
-  element('hide-content').onclick = () => ask.attempt(() => run({ do: 'content', hide: true }));
+  byId('hide-content').onclick = () => ask.attempt(() => run({ do: 'content', hide: true }));
 
   return () => {
     ask.open();

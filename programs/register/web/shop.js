@@ -1,7 +1,7 @@
 // The cashier and the customer's screen side by side.
+import { byId } from '/common/dom.js';
 import { follow } from '/common/live.js';
 
-const element = (id) => document.getElementById(id);
 let shown = '';
 
 /** Takes only what a browser would open as a page. */
@@ -14,8 +14,8 @@ follow('/events', {
     const screen = pageAt('/', String(display));
     if (screen === null || screen === shown) return;
     shown = screen;
-    element('screen').src = screen;
-    element('screen-link').href = screen;
-    element('inspector-link').href = pageAt('/inspector', screen);
+    byId('screen').src = screen;
+    byId('screen-link').href = screen;
+    byId('inspector-link').href = pageAt('/inspector', screen);
   },
 });

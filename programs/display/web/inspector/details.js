@@ -1,17 +1,17 @@
 // Everything about the chosen row, and its JSON.
-import { make } from '/common/dom.js';
+import { copyText } from '/common/copy.js';
+import { byId, make } from '/common/dom.js';
 import { statusOf, whyLost } from './cells.js';
-import { copyText } from './copy.js';
 import { count, duration, timeOfDay } from './format.js';
 import { jsonLines } from './json.js';
 
 const mostLines = 3000;
 
 export class Details {
-  #title = document.getElementById('details-title');
-  #content = document.getElementById('details');
-  #copy = document.getElementById('copy');
-  #copied = document.getElementById('copied');
+  #title = byId('details-title');
+  #content = byId('details');
+  #copy = byId('copy');
+  #copied = byId('copied');
   #shown = null; // the row, as it is shown
   #facts = '';
 

@@ -1,6 +1,5 @@
 // The switches and actions by which the display misbehaves.
-
-const byId = (id) => document.getElementById(id);
+import { byId } from '/common/dom.js';
 
 /** Wires the controls; `onProblem` is told what went wrong, as a sentence. Returns what shows the
     display's own account of its switches. */

@@ -1,5 +1,5 @@
 // The chips that choose which types are shown, with their counts.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { groups } from './rows.js';
 
 const kinds = ['asked', 'sent', 'superseded', 'retried'];
@@ -14,7 +14,7 @@ export class Filters {
     const legend = make('p', { className: 'legend' }, make('span', { textContent: 'asked · sent' }),
       make('span', {}, make('span', { className: 'superseded', textContent: 'superseded' }), ' · ',
         make('span', { className: 'retried', textContent: 'retried' })));
-    document.getElementById('filters').append(legend, ...groups.map((group) => {
+    byId('filters').append(legend, ...groups.map((group) => {
       const counts = make('span', { className: 'counts' });
       const chip = make('button', { type: 'button', className: 'chip', '@aria-pressed': 'false', dataset: { group } },
         make('span', { className: 'name', textContent: group }), counts);

@@ -1,5 +1,6 @@
 // Wires the inspector's page: what the display tells goes into the journal, and what of it is wanted
 // onto the page, at most once a frame.
+import { byId } from '/common/dom.js';
 import { follow } from '/common/live.js';
 import { Details } from './details.js';
 import { wireFaults } from './faults.js';
@@ -13,7 +14,6 @@ import { countByGroup, rowsOf, wantedRows } from './rows.js';
 import { wireScreen } from './screen.js';
 import { relate } from './timeline.js';
 
-const byId = (id) => document.getElementById(id);
 const journal = new Journal();
 const epochOf = (ms) => journal.epochOf(ms);
 

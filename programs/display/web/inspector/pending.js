@@ -1,11 +1,11 @@
 // What waits at the plug-in, with ages that go on.
-import { make } from '/common/dom.js';
+import { byId, make } from '/common/dom.js';
 import { count, duration } from './format.js';
 
 const tickMs = 100;
 
 export class Pending {
-  #list = document.getElementById('pending');
+  #list = byId('pending');
   #now;
   #ages = []; // of what is shown: when it was asked for, and where its age stands
   #shown = '';

@@ -1,4 +1,5 @@
 // Recordings as JSON Lines: the inspector's exports and the files of the display's --record.
+import { isObject } from '../common/values.js';
 import { messageTypes } from './types.js';
 
 const paths = new Set(messageTypes.map(({ path }) => path));
@@ -51,10 +52,6 @@ function readStep({ path, body, ms }, number) {
   if (!isObject(body)) throw new Error(`Line ${number}: "body" is no JSON object.`);
   if (!Number.isFinite(ms)) throw new Error(`Line ${number}: "ms" is no time.`);
   return { path, body, ms };
-}
-
-function isObject(value) {
-  return typeof value === 'object' && value !== null && !Array.isArray(value);
 }
 
 /**

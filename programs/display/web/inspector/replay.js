@@ -1,8 +1,7 @@
 // Sending a recording to the display again.
+import { byId } from '/common/dom.js';
 import { count, duration } from './format.js';
 import { play, readRecording } from './recording.js';
-
-const byId = (id) => document.getElementById(id);
 
 /** Wires the file chooser and its bar; `onProblem` is told what is wrong with a file. */
 export function wireReplay(onProblem) {

@@ -1,14 +1,15 @@
 // The customer's screen beside the wire: a window of common size, scaled to the room there is.
+import { byId } from '/common/dom.js';
 
 const width = 1280;
 const height = 720;
 const largestShare = 0.5; // of the side's height; the rest is for the details
 
 export function wireScreen() {
-  const screen = document.getElementById('screen');
+  const screen = byId('screen');
   const frame = screen.querySelector('iframe');
   const side = screen.parentElement;
-  const fold = document.getElementById('fold');
+  const fold = byId('fold');
 
   const fit = () => {
     const scale = Math.min(side.clientWidth / width, (side.clientHeight * largestShare) / height);

@@ -1,6 +1,6 @@
 // The advertisement: a picture, a film or a live stream, as far as the display has fetched it.
+import { isObject } from '/common/values.js';
 import { crossFade, decodedPicture, framedPicture, medium, playingFilm, release } from './ad-media.js';
-import { isObject } from './values.js';
 
 const isShown = (ad) => isObject(ad) && ['picture', 'film', 'stream'].includes(ad.kind);
 const address = ({ n, frame }) => `/ad?n=${n}&frame=${frame ?? 0}`;

@@ -1,5 +1,5 @@
 // What the register puts on the second screen.
-import { textOf } from './values.js';
+import { textOf } from '../common/values.js';
 
 /** Whether a page under this policy can show it: its own pictures and those within the address. */
 const isPicture = (address) => /^data:image\//i.test(address) || /^\/(?![/\\])/.test(address);

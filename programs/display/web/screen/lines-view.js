@@ -1,9 +1,9 @@
 // The lines of a receipt: only those that differ are drawn anew, and the newest is kept in view.
 import { make } from '/common/dom.js';
 import { fixed, quantity, roubles } from '/common/russian.js';
+import { numberOf, textOf } from '/common/values.js';
 import { fillMask } from './mask.js';
 import { typeset } from './typeset.js';
-import { numberOf, textOf } from './values.js';
 
 const formats = { fixed, plain: quantity };
 

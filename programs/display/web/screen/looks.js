@@ -1,6 +1,6 @@
 // The display's settings as `Configure` gives them: each with the value that holds if it is missing
 // or makes no sense.
-import { isObject, numberOf, textOf } from './values.js';
+import { isObject, numberOf, textOf } from '../common/values.js';
 
 const colors = {
   backgroundColor: 'ece1e1',

@@ -1,5 +1,6 @@
 // Wires the screen: messages make the state, and every view draws its part of it.
 import { follow } from '/common/live.js';
+import { numberOf } from '/common/values.js';
 import { advertisingView } from './advertising-view.js';
 import { connectionView } from './connection-view.js';
 import { contentView } from './content-view.js';
@@ -11,7 +12,6 @@ import { receiptView } from './receipt-view.js';
 import { sceneOf } from './scene.js';
 import { stageView } from './stage-view.js';
 import { apply, applyAll, nothing } from './state.js';
-import { numberOf } from './values.js';
 import { welcomeView } from './welcome-view.js';
 
 /** How often what depends on the time is looked at. */

@@ -1,9 +1,9 @@
 // A page of the price list.
 import { make } from '/common/dom.js';
 import { roubles } from '/common/russian.js';
+import { numberOf, textOf } from '/common/values.js';
 import { pageAfter, pagesOf } from './pages.js';
 import { typeset } from './typeset.js';
-import { numberOf, textOf } from './values.js';
 
 /** What of the stage is not for the rows, as the style sheet has it. */
 const surroundings = { width: 64, height: 96 };

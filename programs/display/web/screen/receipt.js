@@ -1,5 +1,5 @@
 // A receipt as the screen needs it, whatever the message holds.
-import { isObject, numberOf, objectsOf, textOf } from './values.js';
+import { isObject, numberOf, objectsOf, textOf } from '../common/values.js';
 
 /**
  * @param {any} body that of an `UpdateDocument`

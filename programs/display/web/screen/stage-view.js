@@ -1,4 +1,5 @@
 // The stage: the looks, the scale, and the boxes of the parts.
+import { byId } from '/common/dom.js';
 import { customProperties } from './properties.js';
 
 const pixels = (value) => `${value}px`;
@@ -13,7 +14,7 @@ function place(element, box) {
 export function stageView() {
   const stage = document.querySelector('#stage');
   const parts = ['receipt', 'advertising', 'draft', 'qr', 'prices']
-    .map((id) => [id, document.getElementById(id)]);
+    .map((id) => [id, byId(id)]);
   let shownLooks = null;
 
   function dress(looks) {

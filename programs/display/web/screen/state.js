@@ -1,9 +1,9 @@
 // What the screen knows, put together from the messages alone, in their order of arrival.
+import { isObject, numberOf, objectsOf, textOf } from '../common/values.js';
 import { contentOf } from './content.js';
 import { looksOf } from './looks.js';
 import { receiptOf, newestLine } from './receipt.js';
 import { receiptIsShown } from './scene.js';
-import { isObject, numberOf, objectsOf, textOf } from './values.js';
 
 /** Before any message. */
 export const nothing = Object.freeze({
