@@ -51,7 +51,7 @@ for (const colorScheme of ['light', 'dark'])
     await keepScreenshot(page, `inspector-${colorScheme}`);
   });
 
-for (const [width, height] of [[1024, 600], [1280, 720], [1920, 1080]])
+for (const [width, height] of [[800, 480], [1024, 600], [1280, 720], [1920, 1080], [800, 1280]])
   test(`Every text has its room at ${width}x${height}`, async ({ page, display }) => {
     await page.setViewportSize({ width, height });
     await openFilled(page, display);
@@ -59,7 +59,7 @@ for (const [width, height] of [[1024, 600], [1280, 720], [1920, 1080]])
     expect(await page.evaluate(() => document.documentElement.scrollWidth)).toBeLessThanOrEqual(width);
     expect(await page.evaluate(() => document.documentElement.scrollHeight)).toBeLessThanOrEqual(height);
     await expect(rows(page).last()).toBeVisible();
-    await keepScreenshot(page, `inspector-${width}`);
+    await keepScreenshot(page, `inspector-${width}x${height}`);
   });
 
 test('The screen is beside the wire and can be folded away', async ({ page, display }) => {
