@@ -4,7 +4,8 @@ import { once } from 'node:events';
 import { readFile } from 'node:fs/promises';
 import { test as base, expect } from './support/fixtures.mjs';
 import { sourcePath } from './support/program.mjs';
-import { imageData, openScreen, purchase, receipt } from './support/screen.mjs';
+import { imageData, openScreen, purchase, receipt, settled } from './support/screen.mjs';
+import { keepScreenshot } from './support/screenshots.mjs';
 
 const demoFile = (name) => readFile(sourcePath(`demo/${name}`));
 
@@ -88,10 +89,14 @@ test('A picture is shown full screen without a receipt, and beside it with one',
   await expect(page.locator('.greeting')).toBeHidden();
   const full = await area(page).boundingBox();
   expect([Math.round(full.width), Math.round(full.height)]).toEqual([1280, 720]);
+  await settled(page);
+  await keepScreenshot(page, 'screen-advertisement');
   await display.post('/updateDocument', receipt(purchase));
   await expect(page.locator('#receipt')).toBeVisible();
   await expect(shownPicture(page)).toBeVisible();
   expect((await area(page).boundingBox()).width).toBeLessThan(640);
+  await settled(page);
+  await keepScreenshot(page, 'screen-advertisement-beside-receipt');
 });
 
 test('The next picture takes the place of the one before, which stays until then', async ({ page, display, service }) => {

@@ -43,13 +43,18 @@ const fitsWindow = (page) => page.evaluate(() => document.documentElement.scroll
 for (const [layout, style] of Object.entries(layouts))
   for (const [width, height] of sizes)
     test(`No text overflows on ${width}x${height} in the ${layout} layout`, async ({ page, display }) => {
-      await page.setViewportSize({ width, height });
-      for (const [state, messages] of Object.entries(states)) {
-        await show(page, display, style, messages);
+      const look = async (state) => {
         await settled(page);
         expect.soft(await overflowingTexts(page), state).toEqual([]);
         expect.soft(await fitsWindow(page), state).toBe(true);
         await keepScreenshot(page, `screen-${layout}-${state.replace(' ', '-')}-${width}x${height}`);
+      };
+      await page.setViewportSize({ width, height });
+      await openScreen(page, display);
+      await look('waiting');
+      for (const [state, messages] of Object.entries(states)) {
+        await show(page, display, style, messages);
+        await look(state);
       }
     });
 
