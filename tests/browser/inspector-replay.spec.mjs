@@ -2,7 +2,7 @@
 import { readFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { expect, test } from './support/fixtures.mjs';
-import { ask, cell, chip, journalOf, openInspector, rows } from './support/inspector.mjs';
+import { ask, cell, chip, journalOf, now, openInspector, rows } from './support/inspector.mjs';
 
 const session = [
   ['/configure', { 'View.Style:showImages': true }],
@@ -99,22 +99,24 @@ test('What was recorded by --record is replayed at its distances', async ({ page
   const other = await startDisplay();
   await openInspector(page, other);
   await choose(page, text);
+  const before = now();
   await start(page);
   await expect(status(page)).toHaveText('4 of 4 sent; done');
   const replayed = await messagesOf(other);
   expect(contentOf(replayed)).toEqual(session.map(([path, body]) => [path, body, 200]));
-  expect(replayed[3].ms - replayed[0].ms).toBeGreaterThan(440);
+  expect(replayed[3].ms - before).toBeGreaterThan(440);
 });
 
 test('Ten times the speed takes a tenth of the time', async ({ page, display }) => {
   await openInspector(page, display);
   await choose(page, line(0, 1) + line(10_000, 2));
   await page.getByLabel('Speed').selectOption('× 10');
+  const before = now();
   await start(page);
   await expect(status(page)).toHaveText('2 of 2 sent; done');
-  const [first, second] = await messagesOf(display);
-  expect(second.ms - first.ms).toBeGreaterThan(990);
-  expect(second.ms - first.ms).toBeLessThan(10_000);
+  const [, second] = await messagesOf(display);
+  expect(second.ms - before).toBeGreaterThan(990);
+  expect(second.ms - before).toBeLessThan(10_000);
 });
 
 test('A replay is stopped', async ({ page, display }) => {
