@@ -5,6 +5,7 @@ import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import config from './playwright.config.mjs';
 import { Program, sourcePath } from './support/program.mjs';
+import { settled } from './support/screen.mjs';
 
 const size = { width: 1600, height: 900 };
 const folder = process.argv[2];
@@ -40,7 +41,7 @@ async function shoot(browser) {
 
   await take(browser, 'http://127.0.0.1:38082/shop', 'shop', async (page) => {
     await page.frameLocator('iframe').last().getByText('Итого').waitFor();
-    await page.waitForTimeout(1000); // until nothing moves
+    for (const frame of page.frames()) await settled(frame);
   });
   register.command({ do: 'qr' });
   await display.printed(/QrPayment/);
