@@ -112,12 +112,19 @@ test('Content is a text or a picture that the page may show, anything else is no
 test('A picture replaces the earlier one of the same goods', () => {
   const id = { type: 'GoodsCode', value: '100' };
   const state = after(message('ImageData', { id, uri: 'data:image/png,a' }), message('ImageData', { id, uri: '' }));
-  assert.deepEqual(state.pictures, { 'GoodsCode:100': '' });
+  assert.deepEqual([...state.pictures], [['GoodsCode:100', '']]);
+});
+
+test('Of more than 2000 pictures the oldest go', () => {
+  const picture = (_, at) => message('ImageData', { id: { type: 'GoodsCode', value: `${at}` }, uri: '' });
+  const kept = [...after(...Array.from({ length: 2003 }, picture)).pictures.keys()];
+  assert.equal(kept.length, 2000);
+  assert.equal(kept[0], 'GoodsCode:3');
 });
 
 test('Beyond 32 MiB the oldest pictures go', () => {
   const picture = (value, megabytes) => message('ImageData', { id: { type: 'GoodsCode', value }, uri: 'x'.repeat(megabytes * 1_048_576) });
-  const kept = (...messages) => Object.keys(after(...messages).pictures);
+  const kept = (...messages) => [...after(...messages).pictures.keys()];
   assert.deepEqual(kept(picture('1', 10), picture('2', 10), picture('3', 10)), ['GoodsCode:1', 'GoodsCode:2', 'GoodsCode:3']);
   assert.deepEqual(kept(picture('1', 15), picture('2', 15), picture('3', 15)), ['GoodsCode:2', 'GoodsCode:3']);
   assert.deepEqual(kept(picture('1', 15), picture('2', 15), picture('1', 15), picture('3', 15)), ['GoodsCode:1', 'GoodsCode:3'],

@@ -8,7 +8,7 @@ import { typeset } from './typeset.js';
 const formats = { fixed, plain: quantity };
 
 function pictureOf(position, pictures) {
-  return pictures[`GoodsCode:${position.code}`] || pictures[`Barcode:${position.barcode}`] || '';
+  return pictures.get(`GoodsCode:${position.code}`) || pictures.get(`Barcode:${position.barcode}`) || '';
 }
 
 /** A picture, or the first letter of the name in its place: the names stay in one line that way. */

@@ -10,7 +10,7 @@ export const nothing = Object.freeze({
   isConfigured: false,
   looks: looksOf({}),
   receipt: null,
-  pictures: {},
+  pictures: new Map(),
   qr: null,
   prices: null,
   draft: null,
@@ -21,8 +21,9 @@ const scrolls = ['down', 'up', 'top', 'bottom'];
 
 /** As many as the display itself keeps; beyond, the oldest go. */
 const mostScrolls = 200;
+const mostPictures = 2000;
 const mostPictureBytes = 33_554_432; // 32 MiB
-const pictureBytes = (uri) => uri.length + 256;
+const pictureBytes = ([key, uri]) => key.length + uri.length + 256;
 
 /** Whether a payment that is announced now belongs to a receipt that is paid already: the newest
     receipt overtakes it on the way. */
@@ -77,19 +78,25 @@ function priceList(state, { n, body }) {
   return { ...state, prices: { ...state.prices, scrolls: [...state.prices.scrolls, body.scroll].slice(-mostScrolls) } };
 }
 
-/** The newest of these pictures, which are in the order of their arrival, that may be kept. */
-function newestPictures(pictures) {
-  const kept = Object.entries(pictures);
-  let total = kept.reduce((sum, [, uri]) => sum + pictureBytes(uri), 0);
-  while (total > mostPictureBytes) total -= pictureBytes(kept.shift()[1]);
-  return Object.fromEntries(kept);
+/** Lets the oldest of these pictures go, which are in the order of their arrival. */
+function forgetOldest(pictures) {
+  let bytes = 0;
+  for (const each of pictures) bytes += pictureBytes(each);
+  for (const each of pictures) {
+    if (bytes <= mostPictureBytes && pictures.size <= mostPictures) return;
+    bytes -= pictureBytes(each);
+    pictures.delete(each[0]);
+  }
 }
 
 function imageData(state, { body }) {
   const id = isObject(body.id) ? body.id : {};
   const key = `${id.type}:${id.value}`;
-  const { [key]: _, ...others } = state.pictures;
-  return { ...state, pictures: newestPictures({ ...others, [key]: textOf(body.uri) }) };
+  const pictures = new Map(state.pictures);
+  pictures.delete(key); // what comes again is the newest
+  pictures.set(key, textOf(body.uri));
+  forgetOldest(pictures);
+  return { ...state, pictures };
 }
 
 function paymentDraft(state, { body, at }) {
