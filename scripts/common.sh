@@ -5,7 +5,7 @@
 build_packages=(
     g++ cmake ninja-build ccache pkg-config
     qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libqrencode-dev
-    libtomlplusplus-dev
+    libtomlplusplus-dev libvalijson-dev
 )
 # What the tests need besides.
 test_packages=(
