@@ -1,7 +1,6 @@
 #include <display/Display.h>
 
 #include <common/EventLine.h>
-#include <common/MessageTypes.h>
 #include <common/MonotonicClock.h>
 #include <display/MessageText.h>
 
@@ -11,6 +10,8 @@
 
 #include <log4qt/logger.h>
 #include <log4qt/logmanager.h>
+
+#include <QUrl>
 
 #include <utility>
 
@@ -52,6 +53,8 @@ Display::Display(const DisplayOptions &options)
 {
     if (m_server.isListening() && !options.recordFile.isEmpty())
         m_recorder.emplace(options.recordFile);
+    if (options.check)
+        m_check.emplace();
     if (options.pagePort)
         m_pageServer = std::make_unique<HttpServer>(*options.pagePort, serverOptions());
     m_screen.addRoutes(m_routes);
@@ -105,9 +108,25 @@ bool Display::servePage(HttpServer &server, const RequestHeader &header, const Q
 void Display::receiveMessage(HttpServer &server, const RequestHeader &header,
                              const QByteArray &content)
 {
-    m_arrivals.add({++m_received, monotonicMs(), header.method(), header.path(), content.size(),
+    Arrival arrival{++m_received,
+                    monotonicMs(),
+                    header.method(),
+                    header.path(),
+                    content.size(),
                     !header.value(replayField).isEmpty(),
-                    readMessage(header.method(), header.path(), content), server.holdRequest()});
+                    readMessage(header.method(), header.path(), content),
+                    server.holdRequest()};
+    if (m_check && !arrival.isReplay) // what a page plays again is not the register's
+        check(header, arrival);
+    m_arrivals.add(std::move(arrival));
+}
+
+void Display::check(const RequestHeader &header, const Arrival &arrival)
+{
+    const auto problems = m_check->judge(arrival.number, header, arrival.message);
+    for (const auto &problem : problems)
+        printEvent(QStringLiteral("check"),
+                   QStringLiteral("message %1: %2").arg(arrival.number).arg(problem));
 }
 
 void Display::answer(Arrival arrival)
@@ -216,24 +235,4 @@ void Display::askForPictures(const QJsonObject &receipt)
             if (!accepted)
                 m_pictures.giveUp(request);
         });
-}
-
-void Display::printSummary() const
-{
-    printLine(QStringLiteral("Received: %1 messages, %2 refused").arg(m_received).arg(m_refused));
-    for (const auto &type : messageTypes) {
-        const auto name = QString::fromLatin1(type.name);
-        if (const int count = m_accepted.value(name); count > 0)
-            printLine(QStringLiteral("  %1 %2").arg(name, -14).arg(count));
-    }
-    if (m_pictures.requested() + m_pictures.delivered() + m_pictures.missing() > 0)
-        printLine(QStringLiteral("Pictures: %1 asked for, %2 came, %3 said to be missing")
-                      .arg(m_pictures.requested())
-                      .arg(m_pictures.delivered())
-                      .arg(m_pictures.missing()));
-    if (m_advertising.shown() + m_advertising.failed() > 0)
-        printLine(QStringLiteral("Advertisements: %1 shown, %2 failed, %3 pictures of streams")
-                      .arg(m_advertising.shown())
-                      .arg(m_advertising.failed())
-                      .arg(m_advertising.streamPictures()));
 }

@@ -2,6 +2,7 @@
 
 #include <display/Advertising.h>
 #include <display/ArrivalQueue.h>
+#include <display/ConformanceCheck.h>
 #include <display/CustomerScreen.h>
 #include <display/DisplayOptions.h>
 #include <display/Inspector.h>
@@ -50,13 +51,19 @@ public:
     /// How many messages are still to be answered.
     std::size_t waiting() const { return m_arrivals.size(); }
 
-    /// Prints how many messages of each type arrived, and how pictures and advertisements fared.
+    /// Prints how many messages of each type arrived, how pictures and advertisements fared, and
+    /// what was checked.
     void printSummary() const;
+    /// Writes what was checked to the file that the options name, if they do. Throws UsageError.
+    void writeReport() const;
+    /// Whether what was to be checked was right; true if nothing was to be.
+    bool hasPassed() const { return !m_check || m_check->hasPassed(); }
 
 private:
     void receive(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     void receiveMessage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
     bool servePage(HttpServer &server, const RequestHeader &header, const QByteArray &content);
+    void check(const RequestHeader &header, const Arrival &arrival);
     void answer(Arrival arrival);
     void cutWaiting();
     void note(const Arrival &arrival);
@@ -71,6 +78,7 @@ private:
     std::unique_ptr<HttpServer> m_pageServer; // null without a second port
     const HttpGuard m_guard;                  // of the pages; messages may come from anywhere
     std::optional<Recorder> m_recorder;
+    std::optional<ConformanceCheck> m_check;
     int m_received = 0;
     QMap<QString, int> m_accepted; // by type
     int m_refused = 0;

@@ -1,6 +1,7 @@
 #include <display/DisplayOptions.h>
 
 #include <common/CommandLine.h>
+#include <common/UsageError.h>
 
 #include <QDir>
 
@@ -41,6 +42,12 @@ std::optional<DisplayOptions> DisplayOptions::parse(const QStringList &arguments
                    QStringLiteral("Keep the last state in FILE and show it again after a restart; "
                                   "\"\" for none (a file of the user's for each port)."),
                    QStringLiteral("FILE"));
+    line.addFlag(QStringLiteral("check"),
+                 QStringLiteral("Judge each message by the contract; the exit code is 1 unless "
+                                "something came and all of it was right."));
+    line.addOption(QStringLiteral("report"),
+                   QStringLiteral("Write what --check found to FILE at the end, as JSON."),
+                   QStringLiteral("FILE"));
     line.addFlag(QStringLiteral("down"),
                  QStringLiteral("Close the connection of each message without an answer."));
     line.addFlag(QStringLiteral("error"), QStringLiteral("Answer each message with 500."));
@@ -60,6 +67,10 @@ std::optional<DisplayOptions> DisplayOptions::parse(const QStringList &arguments
     options.switches.error = line.isSet(QStringLiteral("error"));
     options.switches.slowMs = line.number(QStringLiteral("slow"), 0, 0, maxSlowMs);
     options.debug = line.debug();
+    options.check = line.isSet(QStringLiteral("check"));
+    options.reportFile = line.value(QStringLiteral("report"));
+    if (!options.reportFile.isEmpty() && !options.check)
+        throw UsageError(QStringLiteral("--report needs --check: give both."));
     if (const auto name = QStringLiteral("plugin-url"); line.isSet(name))
         options.pluginUrl = line.address(name, options.pluginUrl.toString());
     return options;

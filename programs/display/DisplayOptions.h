@@ -17,6 +17,8 @@ struct DisplayOptions
     QString recordFile;          ///< empty: no record
     QString stateFile;           ///< empty: the last state is not kept
     Switches switches;
+    bool check = false; ///< judge what comes by the contract
+    QString reportFile; ///< of that; empty: none
     bool debug = false;
 
     /// Empty if the arguments only asked for a text. Throws UsageError.

@@ -37,7 +37,8 @@ int main(int argc, char **argv)
         QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
         const int result = QCoreApplication::exec();
         display.printSummary();
-        return result;
+        display.writeReport();
+        return display.hasPassed() ? result : Failed;
     } catch (const UsageError &error) {
         std::fprintf(stderr, "display: %s\n", error.what());
         return Unusable;

@@ -1,5 +1,7 @@
 #include "ProgramFixture.h"
 
+#include <support/KeepsToContract.h>
+
 #include <QJsonArray>
 
 #include <csignal>
@@ -25,7 +27,9 @@ protected:
         does(command);
         EXPECT_TRUE(waitForRecord(before + 1)) << command.toStdString();
         support::letPass(answerTime); // a change before would go with the message just posted
-        return record().value(before);
+        const auto message = record().value(before);
+        support::expectPostKeepsToContract(message["path"].toString(), message["body"].toObject());
+        return message;
     }
 
     void does(const QByteArray &command)

@@ -1,4 +1,6 @@
+#include <support/KeepsToContract.h>
 #include <support/OwnLoopback.h>
+#include <support/PrintQt.h>
 #include <support/Wait.h>
 
 #include <QJsonArray>
@@ -177,8 +179,13 @@ TEST_F(Shop, Is_played_and_leaves_the_display_with_the_registers_own_receipt)
     ASSERT_TRUE(summary.waitForFinished());
     EXPECT_EQ(summary.exitCode(), 0) << summary.readAllStandardOutput().toStdString();
 
-    for (const auto &line : record())
+    for (const auto &line : record()) {
+        const auto body = line["body"].toObject();
         EXPECT_EQ(line["status"].toInt(), 200);
+        support::expectPostKeepsToContract(line["path"].toString(), body);
+        if (line["path"].toString() == "/updateDocument")
+            support::expectKeepsToContract("SampleReceipt", body);
+    }
     EXPECT_EQ(paths().constFirst(), "/configure");
     for (const auto *each : {"/updateDocument", "/qrPayment", "/priceList", "/content",
                              "/paymentdraft", "/showAD", "/image"})

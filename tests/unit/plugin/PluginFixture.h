@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <support/FreshSingletons.h>
+#include <support/KeepsToContract.h>
 #include <support/LogCapture.h>
 #include <support/PrintQt.h>
 #include <support/RecordingRestClient.h>
@@ -38,12 +39,16 @@ protected:
         host.config().setValue("ViewConnector:interval", 1);
     }
 
-    /// What waits, taken out in the order of delivery. Only while the plug-in is not started.
+    /// What waits, taken out in the order of delivery. Only while the plug-in is not started. Each
+    /// must keep to the contract with the display.
     QList<view::Message> takeWaiting() const
     {
         QList<view::Message> waiting;
         while (const auto first = connector->messages->lock()->first()) {
             waiting.append(*first);
+            support::expectKeepsToContract(
+                QString::fromLatin1(messageTypes.at(static_cast<std::size_t>(first->type)).name),
+                QJsonObject::fromVariantMap(first->data));
             connector->messages->lock()->remove(first->type);
         }
         return waiting;
