@@ -1,6 +1,6 @@
 import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
-import { expect, test } from './support/cashier.mjs';
+import { expect, ofTheConnection, test } from './support/cashier.mjs';
 import { reconnect } from './support/screen.mjs';
 
 test.use({ viewport: { width: 1440, height: 900 } });
@@ -130,7 +130,7 @@ test('a dialog tells what is wrong and stays', async ({ openCashier, page }) => 
 });
 
 test('quit ends the register, and the page says that it is gone', async ({ openCashier, page, allowComplaints }) => {
-  allowComplaints(/ERR_/); // of the connection
+  allowComplaints(ofTheConnection);
   const cashier = await openCashier();
   await page.locator('#line').fill('{"do":"quit"}');
   await page.keyboard.press('Enter');

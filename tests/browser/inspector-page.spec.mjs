@@ -1,5 +1,5 @@
 // The inspector's page as a whole: its connection, its looks, its size.
-import { expect, test } from './support/fixtures.mjs';
+import { expect, ofTheConnection, test } from './support/fixtures.mjs';
 import { violations } from './support/axe.mjs';
 import { ask, cell, chip, openInspector, rows } from './support/inspector.mjs';
 import { overflowingTexts } from './support/overflow.mjs';
@@ -77,7 +77,7 @@ test('The screen is beside the wire and can be folded away', async ({ page, disp
 });
 
 test('A lost connection is shown, and the journal read anew when it is back', async ({ page, startDisplay, allowComplaints }) => {
-  allowComplaints(/ERR_/); // of the connections that failed
+  allowComplaints(ofTheConnection);
   const first = await startDisplay();
   await openInspector(page, first);
   await first.post('/content', { number: 1 });

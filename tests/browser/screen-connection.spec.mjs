@@ -1,12 +1,9 @@
 // What the screen does while the display is away.
 import { join } from 'node:path';
-import { test, expect } from './support/fixtures.mjs';
+import { expect, ofTheConnection, test } from './support/fixtures.mjs';
 import { openScreen, purchase, receipt } from './support/screen.mjs';
 
 const mark = (page) => page.locator('#connection');
-
-// The browser names each connection that was cut or refused.
-const ofTheConnection = /ERR_CONNECTION_REFUSED|ERR_INCOMPLETE_CHUNKED_ENCODING|ERR_CONNECTION_RESET|ERR_EMPTY_RESPONSE/;
 
 test('The last state stays without a connection, and a display that has restarted shows it at once', async ({ page, folder, startDisplay, allowComplaints }) => {
   allowComplaints(ofTheConnection);

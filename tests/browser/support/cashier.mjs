@@ -1,9 +1,9 @@
 // A shop for the tests of the cashier's page: a display, and a register that serves the page.
 import { readFile } from 'node:fs/promises';
 import { join } from 'node:path';
-import { test as base, expect } from './fixtures.mjs';
+import { test as base, expect, ofTheConnection } from './fixtures.mjs';
 
-export { expect };
+export { expect, ofTheConnection };
 
 /** The page of a register that has started. */
 class Cashier {

@@ -7,6 +7,9 @@ import { Program, sourcePath } from './program.mjs';
 
 export { expect };
 
+/** What the browser says of a program that ends or has ended. */
+export const ofTheConnection = /ERR_|\b503\b/;
+
 /** A display that has started: its address, and messages to it as the plug-in posts them. */
 class Display {
   constructor(program, url) {
