@@ -56,3 +56,36 @@ TEST(Examples, Of_receipts_are_of_the_sample_shop)
     for (const auto *name : {"UpdateDocument", "UpdateDocument-paid"})
         EXPECT_EQ(Contract().problemsOf("SampleReceipt", all.value(name)), QStringList()) << name;
 }
+
+TEST(Examples, Of_the_configuration_take_no_other_settings_than_those_of_their_interface)
+{
+    const Contract contract;
+    const auto all = examples();
+    const auto with = [&](const QString &example, const QString &key, const QJsonValue &value) {
+        auto body = all.value(example);
+        body.insert(key, value);
+        return contract.problemsOf("Configure", body);
+    };
+    EXPECT_EQ(with("Configure-touch", "View.QmlStyle:anything", "x"), QStringList());
+    EXPECT_NE(with("Configure-touch", "View.Style:anything", "x"), QStringList());
+    EXPECT_NE(with("Configure-touch", "View.QmlStyle:advertisingWidth", "560"), QStringList());
+    EXPECT_NE(with("Configure-touch", "View.Interface:touchng", false), QStringList());
+    EXPECT_NE(with("Configure", "View.Interface:touchng", true), QStringList());
+    EXPECT_NE(with("Configure", "View.QmlStyle:anything", "x"), QStringList());
+    EXPECT_NE(with("Configure", "theme:name", "touch"), QStringList());
+    EXPECT_EQ(with("Configure", "View.Style:headerHeight", "as the file has it"), QStringList());
+}
+
+TEST(Examples, Of_the_configuration_have_the_defaults_of_the_contract)
+{
+    QFile file(QStringLiteral(PROTOCOL "/schemas/Configure.json"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto properties = support::json(file.readAll()).value(u"properties").toObject();
+    const auto configuration = examples().value("Configure");
+    EXPECT_EQ(configuration.size(), 52);
+    for (auto setting = configuration.begin(); setting != configuration.end(); ++setting) {
+        const auto property = properties.value(setting.key()).toObject();
+        EXPECT_TRUE(property.contains(u"default")) << setting.key().toStdString();
+        EXPECT_EQ(property.value(u"default"), *setting) << setting.key().toStdString();
+    }
+}
