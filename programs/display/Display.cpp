@@ -132,19 +132,19 @@ void Display::check(const RequestHeader &header, const Arrival &arrival)
 void Display::answer(Arrival arrival)
 {
     auto &message = arrival.message;
-    const auto &switches = m_inspector.switches();
-    if (switches.down) {
+    if (const auto &switches = m_inspector.switches(); switches.down)
         message.status = 0;
+    else if (switches.error)
+        message.status = 500;
+    note(arrival); // first: who has the answer finds the message in the record
+    if (message.status == 0) {
         arrival.request->drop();
     } else {
-        if (switches.error)
-            message.status = 500;
         ResponseHeader header;
         header.setStatusLine(message.status, message.refusal, 1, 1);
         header.setContentType(QStringLiteral("text/plain; charset=utf-8"));
         arrival.request->answer(header, message.refusal.toUtf8());
     }
-    note(arrival);
     if (message.status == 200) {
         ++m_accepted[message.type];
         printEvent(message.type, describeMessage(message.type, message.body));

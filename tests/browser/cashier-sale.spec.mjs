@@ -1,10 +1,11 @@
-import { expect, test } from './support/cashier.mjs';
+import { expect, letAnswer, openReceipt, test } from './support/cashier.mjs';
 import { keepScreenshot } from './support/screenshots.mjs';
 
 test.use({ viewport: { width: 1440, height: 900 } });
 
 test('a tapped article is on the receipt of the page and of the display', async ({ openCashier, page, shopDisplay }) => {
   const cashier = await openCashier();
+  await openReceipt(page, shopDisplay);
   await cashier.card('Хлеб бородинский').click();
   await expect(page.getByRole('option', { name: 'Хлеб бородинский' })).toContainText('64,90 ₽');
   await expect(page.getByRole('heading', { name: 'Чек № 1' })).toBeVisible();
@@ -95,6 +96,7 @@ test('a whole sale needs no more than the keyboard', async ({ openCashier, page,
   await keys.press('F4');
   await keys.type('10\n');
   await expect(page.locator('#sums')).toContainText('Скидка');
+  await letAnswer();
   await keys.press('F9');
   await keys.type('500\n');
   await expect(page.locator('#receipt-state')).toHaveText('оплачен');

@@ -1,5 +1,5 @@
 import { violations } from './support/axe.mjs';
-import { expect, test } from './support/cashier.mjs';
+import { expect, openReceipt, test } from './support/cashier.mjs';
 import { overflowingTexts } from './support/overflow.mjs';
 import { settled } from './support/screen.mjs';
 import { keepScreenshot } from './support/screenshots.mjs';
@@ -15,7 +15,8 @@ async function openShop(page, openCashier, { width, height }) {
 }
 
 /** Taps the first article, and waits until the customer sees it. */
-async function sellBread(page) {
+async function sellBread(page, display) {
+  await openReceipt(cashierIn(page), display);
   await cashierIn(page).locator('.card', { hasText: 'Хлеб бородинский' }).click();
   const receipt = customerIn(page).locator('#receipt');
   await expect(receipt.locator('.position')).toHaveCount(1);
@@ -24,15 +25,15 @@ async function sellBread(page) {
   await expect(receipt.locator('.check-sum')).toHaveText('Итого64,90 ₽');
 }
 
-test('what the cashier taps is rendered on the customer\'s screen beside it', async ({ openCashier, page }) => {
+test('what the cashier taps is rendered on the customer\'s screen beside it', async ({ openCashier, page, shopDisplay }) => {
   await openShop(page, openCashier, { width: 1920, height: 1080 });
-  await sellBread(page);
+  await sellBread(page, shopDisplay);
 });
 
 for (const [width, height] of [[1920, 1080], [800, 1280]])
-  test(`at ${width}x${height} every text has its room, and everybody can use it`, async ({ openCashier, page }) => {
+  test(`at ${width}x${height} every text has its room, and everybody can use it`, async ({ openCashier, page, shopDisplay }) => {
     await openShop(page, openCashier, { width, height });
-    await sellBread(page);
+    await sellBread(page, shopDisplay);
     for (const frame of page.frames()) {
       await settled(frame);
       expect.soft(await overflowingTexts(frame), frame.url()).toEqual([]);

@@ -29,6 +29,17 @@ class Cashier {
   }
 }
 
+/** Lets the plug-in hear the display's answer: a change before that goes with the message that is being
+    posted, and reaches the display with the next one. */
+export const letAnswer = () => new Promise((done) => { setTimeout(done, 120); });
+
+/** Opens a receipt on the cashier's page, which may be in a frame, and waits until the display has it. */
+export async function openReceipt(page, display) {
+  await page.locator('#new-receipt').click();
+  await expect.poll(() => display.messages('/updateDocument')).toHaveLength(1);
+  await letAnswer();
+}
+
 export const test = base.extend({
   /** The display of the shop, which keeps a record: `messages(path)` are the bodies it got. */
   shopDisplay: async ({ folder, startDisplay }, use) => {
