@@ -33,26 +33,46 @@ protected:
         display = startDisplay();
     }
 
-    /// Waits until a message as the example has been posted after these commands.
-    void expectPosted(const QString &name, const QString &path, const QByteArrayList &commands = {})
+    /// Waits until a message as the example has been posted.
+    void expectPosted(const QString &name, const QString &path)
     {
         SCOPED_TRACE(name.toStdString());
         const auto wanted = example(name);
-        for (const auto &command : commands)
-            cashRegister->write(command + '\n');
         EXPECT_TRUE(support::waitFor([&] { return newest(path) == wanted; }))
             << "not " << testing::PrintToString(newest(path)) << '\n'
             << cashRegister->output().toStdString();
     }
 
-    QJsonObject newest(const QString &path) const
+    void expectPosted(const QString &name, const QString &path, const QByteArray &command)
     {
-        QJsonObject body;
+        does(command, path);
+        expectPosted(name, path);
+    }
+
+    /// Runs a command and waits for the message that it leads to.
+    void does(const QByteArray &command, const QString &path)
+    {
+        awaitAnswer(*cashRegister, command);
+        const auto before = messagesTo(path).size();
+        cashRegister->write(command + '\n');
+        EXPECT_TRUE(support::waitFor([&] { return messagesTo(path).size() > before; }))
+            << command.toStdString();
+    }
+
+    QList<QJsonObject> messagesTo(const QString &path) const
+    {
+        QList<QJsonObject> bodies;
         for (const auto &message : record()) {
             if (message["path"].toString() == path)
-                body = message["body"].toObject();
+                bodies.append(message["body"].toObject());
         }
-        return body;
+        return bodies;
+    }
+
+    QJsonObject newest(const QString &path) const
+    {
+        const auto messages = messagesTo(path);
+        return messages.isEmpty() ? QJsonObject() : messages.last();
     }
 
     ProcessPtr display;
@@ -83,21 +103,22 @@ TEST_F(GoldenExamples, Are_what_a_sale_leads_to)
 {
     display = startDisplay();
     start();
+    ASSERT_TRUE(waitForRecord(1)); // the configuration
+    does(R"({"do":"open","number":7})", "/updateDocument");
+    does(R"({"do":"sell","goods":"100","quantity":2})", "/updateDocument");
     expectPosted("UpdateDocument", "/updateDocument",
-                 {R"({"do":"open","number":7})", R"({"do":"sell","goods":"100","quantity":2})",
-                  R"({"do":"discount","percent":5,"position":1})"});
-    expectPosted("PaymentDraft", "/paymentdraft", {R"({"do":"draft","kind":"card"})"});
-    expectPosted("QrPayment", "/qrPayment", {R"({"do":"qr","timeout":90})"});
-    expectPosted("QrPayment-close", "/qrPayment", {R"({"do":"close-dialog"})"});
-    expectPosted("PriceList", "/priceList",
-                 {R"({"do":"prices","goods":["100","112"],"columns":2})"});
-    expectPosted("PriceList-scroll", "/priceList", {R"({"do":"scroll","to":"down"})"});
-    expectPosted("PriceList-close", "/priceList", {R"({"do":"close-dialog"})"});
-    expectPosted("Content", "/content", {R"({"do":"content","text":"Добро пожаловать!"})"});
-    expectPosted("Content-hide", "/content", {R"({"do":"content","hide":true})"});
-    expectPosted("UpdateDocument-paid", "/updateDocument", {R"({"do":"pay","kind":"card"})"});
+                 R"({"do":"discount","percent":5,"position":1})");
+    expectPosted("PaymentDraft", "/paymentdraft", R"({"do":"draft","kind":"card"})");
+    expectPosted("QrPayment", "/qrPayment", R"({"do":"qr","timeout":90})");
+    expectPosted("QrPayment-close", "/qrPayment", R"({"do":"close-dialog"})");
+    expectPosted("PriceList", "/priceList", R"({"do":"prices","goods":["100","112"],"columns":2})");
+    expectPosted("PriceList-scroll", "/priceList", R"({"do":"scroll","to":"down"})");
+    expectPosted("PriceList-close", "/priceList", R"({"do":"close-dialog"})");
+    expectPosted("Content", "/content", R"({"do":"content","text":"Добро пожаловать!"})");
+    expectPosted("Content-hide", "/content", R"({"do":"content","hide":true})");
+    expectPosted("UpdateDocument-paid", "/updateDocument", R"({"do":"pay","kind":"card"})");
     expectPosted("UpdateDocument-none", "/updateDocument",
-                 {R"({"do":"document","properties":null})"});
+                 R"({"do":"document","properties":null})");
 }
 
 TEST_F(GoldenExamples, Of_advertisements_and_pictures_are_what_the_settings_and_requests_lead_to)
@@ -107,10 +128,11 @@ TEST_F(GoldenExamples, Of_advertisements_and_pictures_are_what_the_settings_and_
     start("[View.Style]\nshowImages = true\n[View.ADTimetable.coffee]\nindex = 1\ntime = 10\nurl = "
           "\"http://127.0.0.1:38083/ads/coffee.svg\"\n");
     expectPosted("ShowAd", "/showAD");
-    const auto picture = path("100.png").toUtf8();
-    expectPosted(
-        "ImageData", "/image",
-        {R"({"do":"image","id":{"type":"GoodsCode","value":"100"},"file":")" + picture + R"("})",
-         R"({"do":"open"})", R"({"do":"sell","goods":"100"})"});
-    expectPosted("ImageData-missing", "/image", {R"({"do":"sell","goods":"101"})"});
+    cashRegister->write(R"({"do":"image","id":{"type":"GoodsCode","value":"100"},"file":")" +
+                        path("100.png").toUtf8() + "\"}\n");
+    does(R"({"do":"open"})", "/updateDocument");
+    does(R"({"do":"sell","goods":"100"})", "/updateDocument");
+    expectPosted("ImageData", "/image");
+    does(R"({"do":"sell","goods":"101"})", "/updateDocument");
+    expectPosted("ImageData-missing", "/image");
 }

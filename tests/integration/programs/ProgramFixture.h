@@ -19,10 +19,6 @@ class ProgramFixture : public testing::Test
 protected:
     using ProcessPtr = std::unique_ptr<Process>;
 
-    /// More than enough for an answer to reach the plug-in after the display has written the
-    /// record.
-    static constexpr auto answerTime = std::chrono::milliseconds(120);
-
     QString path(const QString &name) const { return folder.filePath(name); }
 
     QString write(const QString &name, const QByteArray &content) const
@@ -77,6 +73,22 @@ protected:
     bool waitForRecord(qsizetype count) const
     {
         return support::waitFor([&] { return record().size() >= count; });
+    }
+
+    /// Before a command that makes a message: waits until the plug-in has heard the answer to the
+    /// last one recorded, with which a newer one of its type would go. There is one post at a time,
+    /// so the arrival of another type tells it.
+    void awaitAnswer(Process &cashRegister, const QByteArray &nextCommand) const
+    {
+        const bool makesDraft = nextCommand.contains("\"draft\"") || nextCommand.contains("266");
+        const QString other = makesDraft ? "/content" : "/paymentdraft";
+        const auto messages = record();
+        const auto last = messages.last()["path"].toString();
+        if (last == "/configure" || last == other)
+            return;
+        cashRegister.write(makesDraft ? "{\"do\":\"content\",\"hide\":true}\n"
+                                      : "{\"do\":\"event\",\"code\":266}\n");
+        EXPECT_TRUE(waitForRecord(messages.size() + 1));
     }
 
     QTemporaryDir folder;
