@@ -7,10 +7,13 @@ build_packages=(
     qt6-base-dev libcurl4-openssl-dev libssl-dev libmicrohttpd-dev libqrencode-dev
     libtomlplusplus-dev libvalijson-dev
 )
+# What the Debian packages are made with.
+package_packages=(dpkg-dev file help2man)
 # What the tests need besides.
 test_packages=(
     libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography
     chromium fonts-dejavu-core zbar-tools
+    lintian mmdebstrap "${package_packages[@]}"
 )
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
 { command -v node && command -v npm; } >/dev/null || test_packages+=(nodejs npm)

@@ -31,7 +31,7 @@ class Cashier {
 
 /** Lets the plug-in hear the display's answer: a change before that goes with the message that is being
     posted, and reaches the display with the next one. */
-export const letAnswer = () => new Promise((done) => { setTimeout(done, 120); });
+export const letAnswer = () => new Promise((done) => { setTimeout(done, 300); });
 
 /** Opens a receipt on the cashier's page, which may be in a frame, and waits until the display has it. */
 export async function openReceipt(page, display) {
