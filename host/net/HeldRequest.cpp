@@ -4,6 +4,10 @@
 
 #include <HttpStream.h>
 
+#include <microhttpd.h>
+
+#include <poll.h>
+
 #include <utility>
 
 HeldRequest::HeldRequest(HttpServer *server, HttpDaemon &daemon,
@@ -18,6 +22,16 @@ HeldRequest::~HeldRequest()
         return;
     m_exchange->refuse(503);
     resume();
+}
+
+bool HeldRequest::isAwaited() const
+{
+    if (!isAnswerable())
+        return false;
+    // The library leaves a suspended connection alone: nobody else reads or closes the socket.
+    const auto *info = MHD_get_connection_info(m_connection, MHD_CONNECTION_INFO_CONNECTION_FD);
+    pollfd socket{info->connect_fd, POLLRDHUP, 0};
+    return ::poll(&socket, 1, 0) == 0;
 }
 
 void HeldRequest::answer(const ResponseHeader &header, const QByteArray &body)
@@ -44,6 +58,11 @@ void HeldRequest::drop()
         return;
     m_exchange->drop();
     resume();
+}
+
+bool HeldRequest::isAnswerable() const
+{
+    return m_server && !m_answered;
 }
 
 void HeldRequest::resume()

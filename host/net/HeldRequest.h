@@ -30,6 +30,9 @@ public:
     ~HeldRequest();
     Q_DISABLE_COPY_MOVE(HeldRequest)
 
+    /// Whether it is unanswered and its client is still there, as far as the connection tells: a
+    /// client that has closed only its own direction counts as gone.
+    bool isAwaited() const;
     void answer(const ResponseHeader &header, const QByteArray &body);
     /// Answers with a body that is yet to come, without a deadline; null if there is nobody to
     /// answer any more.
@@ -38,7 +41,7 @@ public:
     void drop();
 
 private:
-    bool isAnswerable() const { return m_server && !m_answered; }
+    bool isAnswerable() const;
     void resume();
 
     const QPointer<HttpServer> m_server; // owns the daemon

@@ -108,6 +108,29 @@ TEST_F(HeldRequests, End_without_an_answer_when_dropped)
     EXPECT_TRUE(isServing());
 }
 
+TEST_F(HeldRequests, Know_whether_their_client_still_waits)
+{
+    RawClient client(server->port());
+    hold(client);
+    EXPECT_TRUE(held->isAwaited());
+    client.send(RawClient::request("/", "another before the answer"));
+    EXPECT_TRUE(held->isAwaited());
+    client.abort();
+    EXPECT_TRUE(support::waitFor([&] { return !held->isAwaited(); }));
+}
+
+TEST_F(HeldRequests, Are_not_awaited_once_answered_or_without_their_server)
+{
+    RawClient client(server->port());
+    hold(client);
+    held->answer(ok(), "done");
+    EXPECT_FALSE(held->isAwaited());
+    EXPECT_EQ(client.answer().body, QByteArray("done"));
+    hold(client);
+    server.reset();
+    EXPECT_FALSE(held->isAwaited());
+}
+
 TEST_F(HeldRequests, May_outlive_their_client)
 {
     RawClient client(server->port());
