@@ -6,142 +6,58 @@
 #include <HeldRequest.h>
 #include <ResponseHeader.h>
 
-#include <QNetworkProxy>
-#include <QNetworkRequest>
-
 #include <utility>
 
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr qint64 maxAnswerBytes = 16'777'216; // 16 MiB
-constexpr qint64 readAheadBytes = 1'048'576;  // the network's thread waits once it has so many
-constexpr auto clientCheckInterval = 100ms;
-
-/// The address at the target of what was asked for here. No path can lead to another host.
-QUrl addressAt(const QUrl &target, const QString &path)
-{
-    const auto base = target.toString(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment |
-                                      QUrl::RemoveUserInfo);
-    return QUrl(base + (path.startsWith(u'/') ? path : u'/' + path));
-}
-
-QNetworkRequest requestTo(const QUrl &address, const RequestHeader &header, qint64 bodySize)
-{
-    QNetworkRequest request(address);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
-    request.setHeader(QNetworkRequest::ContentLengthHeader, bodySize);
-    request.setRawHeader("Accept-Encoding", "identity"); // unset, it would be asked for and undone
-    const auto fields = endToEndFields(header);
-    for (const auto &[name, value] : fields)
-        request.setRawHeader(name.toUtf8(), value.toUtf8());
-    return request;
-}
-
-/// An error that stands for a status is an answer like any other.
-bool hasAnswer(const QNetworkReply &reply)
-{
-    const auto error = reply.error();
-    const bool isOfTransport =
-        (error != QNetworkReply::NoError && error < QNetworkReply::ContentAccessDenied) ||
-        error == QNetworkReply::ContentReSendError || error == QNetworkReply::ProtocolFailure;
-    return !isOfTransport && reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 0;
-}
-
-BasicHeader fieldsOf(const QNetworkReply &reply)
-{
-    BasicHeader header;
-    const auto fields = reply.rawHeaderPairs();
-    for (const auto &[name, value] : fields)
-        header.addValue(QString::fromUtf8(name), QString::fromUtf8(value));
-    return header;
-}
+constexpr std::chrono::milliseconds clientCheckInterval(100);
 
 } // namespace
 
-Forwarding::Forwarding(std::shared_ptr<HeldRequest> request, Exchange exchange,
-                       const RequestHeader &header, const QUrl &target,
-                       std::chrono::milliseconds patience)
-    : m_request(std::move(request)), m_exchange(std::move(exchange)), m_body(m_exchange.requestBody)
+Forwarding::Forwarding(std::shared_ptr<HeldRequest> held, Exchange exchange,
+                       const HttpRequest &request, std::chrono::milliseconds patience)
+    : m_held(std::move(held)), m_exchange(std::move(exchange))
 {
-    m_network.setProxy(QNetworkProxy::NoProxy);
-    send(header, target);
-    m_patience.setSingleShot(true);
-    connect(&m_patience, &QTimer::timeout, this,
-            [this] { giveUp(QStringLiteral("the answer took too long")); });
-    m_patience.start(patience);
-    connect(&m_clientCheck, &QTimer::timeout, this, [this] {
-        if (!m_request->isAwaited())
-            giveUp(QStringLiteral("the client has gone"));
-    });
+    connect(&m_clientCheck, &QTimer::timeout, this, &Forwarding::giveUpIfNobodyWaits);
     m_clientCheck.start(clientCheckInterval);
+    m_thread = std::jthread([this, request, patience](const std::stop_token &stop) {
+        auto answer = transfer(request, patience, stop);
+        QMetaObject::invokeMethod(
+            this, [this, answer = std::move(answer)] { takeAnswer(answer); }, Qt::QueuedConnection);
+    });
 }
 
 Forwarding::~Forwarding()
 {
-    m_reply->disconnect(this);
-    m_request->drop();
+    m_held->drop();
 }
 
-void Forwarding::send(const RequestHeader &header, const QUrl &target)
+void Forwarding::takeAnswer(const HttpAnswer &answer)
 {
-    const auto request =
-        requestTo(addressAt(target, header.path()), header, m_body.bytesAvailable());
-    const auto method = header.method().toUtf8();
-    m_reply.reset(method == "HEAD" ? m_network.head(request)
-                                   : m_network.sendCustomRequest(request, method, &m_body));
-    // Passed on to the network thread only once the request has started, in an event queued before.
-    QMetaObject::invokeMethod(
-        m_reply.get(), [reply = m_reply.get()] { reply->setReadBufferSize(readAheadBytes); },
-        Qt::QueuedConnection);
-    connect(m_reply.get(), &QIODevice::readyRead, this, &Forwarding::readAnswer);
-    connect(m_reply.get(), &QNetworkReply::finished, this, &Forwarding::takeAnswer);
-}
+    m_clientCheck.stop();
+    m_exchange.durationMs = monotonicMs() - m_exchange.startedMs;
+    m_exchange.status = answer.status;
+    m_exchange.answerBody = answer.body;
+    m_exchange.answerContentType = answer.header.contentType().toUtf8();
+    m_exchange.error = m_clientHasGone ? QStringLiteral("the client has gone") : answer.error;
+    Q_EMIT ended(m_exchange);
 
-void Forwarding::readAnswer()
-{
-    m_exchange.answerBody += m_reply->readAll();
-    if (m_exchange.answerBody.size() > maxAnswerBytes)
-        giveUp(QStringLiteral("the answer is larger than %1 bytes").arg(maxAnswerBytes));
-}
-
-void Forwarding::takeAnswer()
-{
-    m_exchange.answerBody += m_reply->readAll();
-    if (!hasAnswer(*m_reply)) {
-        giveUp(m_reply->errorString());
+    if (answer.status == 0) {
+        m_held->drop();
         return;
     }
-    m_exchange.status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    m_exchange.answerContentType = m_reply->rawHeader("Content-Type");
-    end();
-
     ResponseHeader header;
-    header.setStatusLine(m_exchange.status, {}, 1, 1);
-    const auto fields = endToEndFields(fieldsOf(*m_reply));
+    header.setStatusLine(answer.status, {}, 1, 1);
+    const auto fields = endToEndFields(answer.header);
     for (const auto &[name, value] : fields)
         header.addValue(name, value);
-    m_request->answer(header, m_exchange.answerBody);
+    m_held->answer(header, answer.body);
 }
 
-void Forwarding::giveUp(const QString &error)
+void Forwarding::giveUpIfNobodyWaits()
 {
-    m_exchange.answerBody.clear();
-    m_exchange.error = error;
-    end();
-    m_request->drop();
-    m_reply->abort();
-}
-
-void Forwarding::end()
-{
-    m_patience.stop();
+    if (m_held->isAwaited())
+        return;
     m_clientCheck.stop();
-    m_reply->disconnect(this);
-    m_exchange.durationMs = monotonicMs() - m_exchange.startedMs;
-    Q_EMIT ended(m_exchange);
+    m_clientHasGone = m_thread.request_stop();
 }

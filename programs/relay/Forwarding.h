@@ -1,18 +1,14 @@
 #pragma once
 
 #include <relay/Exchange.h>
-#include <relay/OneTimeBody.h>
+#include <relay/HttpTransfer.h>
 
-#include <RequestHeader.h>
-
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
-#include <QUrl>
 
 #include <chrono>
 #include <memory>
+#include <thread>
 
 class HeldRequest;
 
@@ -20,10 +16,7 @@ class HeldRequest;
  * One request on its way through a Relay: sends it on, and gives its client the answer, or the end
  * of the connection if there is none.
  *
- * Each has a network access of its own: requests do not wait for each other, and none is lost on a
- * connection that the target was about to close.
- *
- * Owner: the Relay. Thread: the main thread.
+ * Owner: the Relay. Thread: the main thread; the request is sent from a thread of its own.
  * Errors: `ended` tells them. Shut-down: the destructor closes both connections; nothing is told.
  */
 class Forwarding : public QObject
@@ -32,8 +25,8 @@ class Forwarding : public QObject
 
 public:
     /// `exchange` is what is known of it so far; `patience` the time for the whole answer.
-    Forwarding(std::shared_ptr<HeldRequest> request, Exchange exchange, const RequestHeader &header,
-               const QUrl &target, std::chrono::milliseconds patience);
+    Forwarding(std::shared_ptr<HeldRequest> held, Exchange exchange, const HttpRequest &request,
+               std::chrono::milliseconds patience);
     ~Forwarding() override;
 
 Q_SIGNALS:
@@ -41,17 +34,12 @@ Q_SIGNALS:
     void ended(const Exchange &exchange);
 
 private:
-    void send(const RequestHeader &header, const QUrl &target);
-    void readAnswer();
-    void takeAnswer();
-    void giveUp(const QString &error);
-    void end();
+    void takeAnswer(const HttpAnswer &answer);
+    void giveUpIfNobodyWaits();
 
-    const std::shared_ptr<HeldRequest> m_request;
+    const std::shared_ptr<HeldRequest> m_held;
     Exchange m_exchange;
-    OneTimeBody m_body;
-    QNetworkAccessManager m_network;
-    std::unique_ptr<QNetworkReply> m_reply;
-    QTimer m_patience;
     QTimer m_clientCheck;
+    bool m_clientHasGone = false;
+    std::jthread m_thread; // last: it calls this object
 };

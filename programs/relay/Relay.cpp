@@ -2,6 +2,7 @@
 
 #include <common/MonotonicClock.h>
 #include <relay/Forwarding.h>
+#include <relay/HeaderFields.h>
 
 namespace {
 
@@ -28,7 +29,8 @@ RequestHeader withHostOnly(const RequestHeader &header)
 } // namespace
 
 Relay::Relay(int port, const QUrl &target, std::chrono::milliseconds patience)
-    : m_target(target)
+    : m_target(target.toEncoded(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment |
+                                QUrl::RemoveUserInfo))
     , m_patience(patience)
     , m_server(port, serverOptions())
     , m_guard(serverOptions().address)
@@ -58,8 +60,9 @@ void Relay::receive(const RequestHeader &header, const QByteArray &content)
     exchange.path = header.path();
     exchange.requestBody = content;
     exchange.requestContentType = header.contentType().toUtf8();
-    auto *const forwarding =
-        new Forwarding(m_server.holdRequest(), exchange, header, m_target, m_patience);
+    const HttpRequest request{m_target, exchange.method, header.path().toUtf8(),
+                              endToEndFields(header), content};
+    auto *const forwarding = new Forwarding(m_server.holdRequest(), exchange, request, m_patience);
     forwarding->setParent(this);
     connect(forwarding, &Forwarding::ended, this, &Relay::exchanged);
     connect(forwarding, &Forwarding::ended, forwarding, &QObject::deleteLater);

@@ -15,8 +15,7 @@
  * request on to one target, gives the answer back, and tells of both.
  *
  * What arrives is the request as it was made, to its method, path, body and end-to-end header
- * fields, at most once; only a HEAD, which changes nothing, may be repeated when the connection
- * breaks. Nothing is followed. Requests do not wait for each other.
+ * fields, at most once. Nothing is followed. Requests do not wait for each other.
  *
  * Owner: whoever wants to see what passes. Thread: the main thread, and it never blocks.
  * Errors: a port that cannot be bound leaves `isListening` false. A target that gives no whole
@@ -35,7 +34,7 @@ public:
     static constexpr std::chrono::milliseconds defaultPatience = std::chrono::seconds(60);
 
     /// Listens on `port`, 0 standing for one that the system chooses, for what is to go to
-    /// `target`, of whose address only the scheme, the host and the port count.
+    /// `target`, of whose address, by "http", only the host and the port count.
     Relay(int port, const QUrl &target, std::chrono::milliseconds patience = defaultPatience);
     ~Relay() override;
 
@@ -53,7 +52,7 @@ Q_SIGNALS:
 private:
     void receive(const RequestHeader &header, const QByteArray &content);
 
-    const QUrl m_target;
+    const QByteArray m_target; // its address without a path
     const std::chrono::milliseconds m_patience;
     quint64 m_received = 0;
     HttpServer m_server;

@@ -46,10 +46,10 @@ TEST_F(RelayFailures, A_target_that_comes_back_is_found)
 TEST_F(RelayFailures, A_request_reaches_the_target_once_whatever_that_does)
 {
     const QByteArray get = "GET / HTTP/1.1\r\nHost: localhost\r\n\r\n";
+    const QByteArray head = "HEAD / HTTP/1.1\r\nHost: localhost\r\n\r\n";
     qsizetype count = 0;
-    for (const auto &each : {request, RawClient::request("/", ""), get}) {
-        for (const auto &answer :
-             {ScriptedAnswer::closed(), ScriptedAnswer::garbage(), ScriptedAnswer::truncated()}) {
+    for (const auto &each : {request, RawClient::request("/", ""), get, head}) {
+        for (const auto &answer : {ScriptedAnswer::closed(), ScriptedAnswer::garbage()}) {
             target.answer(answer);
             expectNoAnswer(each);
             expectFailure(++count);
@@ -60,6 +60,14 @@ TEST_F(RelayFailures, A_request_reaches_the_target_once_whatever_that_does)
     target.answer(ScriptedAnswer::ok());
     EXPECT_EQ(send(request).status, 200);
     EXPECT_EQ(target.requestCount(), count + 1);
+}
+
+TEST_F(RelayFailures, An_answer_that_breaks_off_is_none)
+{
+    target.answer(ScriptedAnswer::truncated());
+    expectNoAnswer(request);
+    expectFailure(1);
+    EXPECT_EQ(target.requestCount(), 1);
 }
 
 TEST_F(RelayFailures, A_target_that_never_answers_is_given_up_in_the_end)
@@ -85,6 +93,7 @@ TEST_F(RelayFailures, A_request_whose_client_has_gone_is_given_up)
     client.abort();
     ASSERT_TRUE(support::waitFor([&] { return !exchanges.isEmpty(); }));
     expectFailure(1);
+    EXPECT_EQ(exchanges[0].error, "the client has gone");
     target.answer(ScriptedAnswer::ok());
     EXPECT_EQ(send(request).status, 200);
 }
@@ -96,10 +105,10 @@ TEST_F(RelayFailures, An_answer_without_an_end_is_given_up)
         exchanges.clear();
         const auto before = target.bytesSent();
         target.answer(answer);
-        start(5s);
         expectNoAnswer(request);
         expectFailure(1);
         EXPECT_LT(target.bytesSent() - before, bound);
+        EXPECT_EQ(exchanges[0].error, "the answer is too large");
     }
 }
 

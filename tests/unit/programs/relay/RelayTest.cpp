@@ -22,11 +22,11 @@ protected:
 TEST_F(RelayTest, Sends_on_method_path_query_and_body_as_they_are)
 {
     const QByteArray body("{\"a\": \"\xD1\x85\xD0\xBB\xD0\xB5\xD0\xB1\",\0\x01\xFF}", 20);
-    EXPECT_EQ(post("/updateDocument?a=1&b=%20x%2Fy", body).status, 200);
+    EXPECT_EQ(post("/update%41Document/../x|?a=1&b=%20x%2Fy&c=\"#d", body).status, 200);
     ASSERT_EQ(target.requestCount(), 1);
     const auto arrived = target.requests().constFirst();
     EXPECT_EQ(arrived.method, "POST");
-    EXPECT_EQ(arrived.path, "/updateDocument?a=1&b=%20x%2Fy");
+    EXPECT_EQ(arrived.path, "/update%41Document/../x|?a=1&b=%20x%2Fy&c=\"#d");
     EXPECT_EQ(arrived.body, body);
 }
 
@@ -46,11 +46,14 @@ TEST_F(RelayTest, Sends_on_the_fields_that_are_meant_for_the_target)
     EXPECT_EQ(arrived.field("content-length"), "2");
 }
 
-TEST_F(RelayTest, Makes_up_no_content_type)
+TEST_F(RelayTest, Adds_no_field)
 {
     post("/content?a=1", "{}");
-    ASSERT_EQ(target.requestCount(), 1);
-    EXPECT_FALSE(target.requests().constFirst().hasField("content-type"));
+    send("GET / HTTP/1.1\r\nHost: localhost\r\n\r\n");
+    const auto requests = target.requests();
+    ASSERT_EQ(requests.size(), 2);
+    EXPECT_EQ(requests[0].fields.size(), 2); // "Host" and "Content-Length"
+    EXPECT_EQ(requests[1].fields.size(), 1); // "Host"
 }
 
 TEST_F(RelayTest, Gives_back_status_fields_and_body_of_the_answer)
@@ -66,7 +69,7 @@ TEST_F(RelayTest, Gives_back_status_fields_and_body_of_the_answer)
 
 TEST_F(RelayTest, Gives_back_every_status_and_follows_nothing)
 {
-    for (const int status : {200, 204, 302, 400, 401, 404, 405, 413, 500, 503}) {
+    for (const int status : {200, 204, 302, 307, 400, 401, 404, 405, 413, 500, 503}) {
         target.answer(ScriptedAnswer::status(status));
         const auto before = target.requestCount();
         const auto answer = post("/configure", "{}");
@@ -85,7 +88,7 @@ TEST_F(RelayTest, Leaves_packed_answers_packed)
     const auto answer = post("/content", "{}");
     EXPECT_EQ(answer.body, "not really packed");
     EXPECT_TRUE(answer.header.contains("\r\nContent-Encoding: gzip"));
-    EXPECT_EQ(target.requests().constFirst().field("accept-encoding"), "identity");
+    EXPECT_FALSE(target.requests().constFirst().hasField("accept-encoding"));
 }
 
 TEST_F(RelayTest, Sends_on_requests_without_a_body)
