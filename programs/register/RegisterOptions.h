@@ -17,6 +17,8 @@ struct RegisterOptions
     bool stay = false;           ///< go on after the last command
     std::optional<int> pagePort; ///< of the cashier's page, 0 for a free one; empty: no page
     QUrl inspector;              ///< who is told of what was asked for; empty: nobody
+    QUrl check;                  ///< the display to be checked; empty: none
+    int requestPort = 0;         ///< where that display is to send its requests
     bool debug = false;
 
     /// Empty if the arguments only asked for a text. Throws UsageError. `defaultPlugin` is used

@@ -13,6 +13,7 @@
 #include <register/RegisterOptions.h>
 #include <register/Report.h>
 #include <register/Till.h>
+#include <register/check/RunCheck.h>
 
 #include <Config.h>
 #include <ConfigError.h>
@@ -124,7 +125,7 @@ int main(int argc, char **argv)
         if (!options)
             return Fine;
         logToStandardError(options->debug);
-        return runRegister(*options);
+        return options->check.isEmpty() ? runRegister(*options) : runCheck(*options);
     } catch (const UsageError &error) {
         return refuse(error);
     } catch (const ConfigError &error) {

@@ -28,6 +28,7 @@ TEST(RegisterOptions, Need_the_settings_only)
     EXPECT_FALSE(options->stay);
     EXPECT_FALSE(options->pagePort);
     EXPECT_TRUE(options->inspector.isEmpty());
+    EXPECT_TRUE(options->check.isEmpty());
     EXPECT_FALSE(options->debug);
 }
 
@@ -91,4 +92,35 @@ TEST(RegisterOptions, Are_empty_when_only_a_text_was_asked_for)
         EXPECT_TRUE(empty) << option;
         EXPECT_FALSE(text.isEmpty()) << option;
     }
+}
+
+TEST(RegisterOptions, Of_a_check_need_no_settings)
+{
+    const auto options = parse({"--check", "http://127.0.0.1:5000", "--report", "report.json"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->check, QUrl("http://127.0.0.1:5000"));
+    EXPECT_EQ(options->requestPort, 38081);
+    EXPECT_EQ(options->reportFile, "report.json");
+    EXPECT_EQ(parse({"--check", "http://d", "--request-port", "0"})->requestPort, 0);
+}
+
+TEST(RegisterOptions, Of_a_check_go_with_no_shop_of_ones_own)
+{
+    const QList<QStringList> others{{"--config", "shop.toml"}, {"--images", "pictures"},
+                                    {"--commands", "-"},       {"--stay"},
+                                    {"--page", "1"},           {"--inspector", "http://d"}};
+    for (const auto &other : others) {
+        try {
+            parse(QStringList{"--check", "http://127.0.0.1:5000"} + other);
+            ADD_FAILURE() << "no error for " << other[0].toStdString();
+        } catch (const UsageError &error) {
+            EXPECT_EQ(QString(error.what()), other[0] + " does not go with --check: leave it out.");
+        }
+    }
+}
+
+TEST(RegisterOptions, Of_a_check_are_for_it_only)
+{
+    EXPECT_THROW(parse({"--config", "shop.toml", "--request-port", "1"}), UsageError);
+    EXPECT_THROW(parse({"--check", "ftp://d"}), UsageError);
 }

@@ -1,0 +1,21 @@
+#include <register/check/MessageTap.h>
+
+namespace {
+
+HttpServerOptions optionsForPictures()
+{
+    HttpServerOptions options;
+    options.maxBodyBytes = 64 * 1'048'576;
+    return options;
+}
+
+} // namespace
+
+MessageTap::MessageTap() : m_server(0, optionsForPictures())
+{
+    connect(&m_server, &HttpServer::requestReceived, this,
+            [this](const RequestHeader &header, const QByteArray &content) {
+                m_server.sendResponse({}, {});
+                Q_EMIT received({header.path(), content});
+            });
+}
