@@ -3,6 +3,7 @@
 #include <display/Display.h>
 
 #include <support/Json.h>
+#include <support/KeepsToContract.h>
 #include <support/LogCapture.h>
 #include <support/OutputCapture.h>
 #include <support/PrintQt.h>
@@ -60,6 +61,7 @@ TEST_F(DisplayRequests, A_receipt_asks_for_the_pictures_of_its_goods_once)
     const auto request = support::json(plugin.requests().constFirst().body);
     EXPECT_EQ(request["name"].toString(), "getImage");
     EXPECT_EQ(request["data"]["GoodsCode"]["value"].toString(), "100");
+    support::expectKeepsToContract("getImage", request);
 }
 
 TEST_F(DisplayRequests, A_picture_is_asked_for_again_after_the_plugin_was_away)
@@ -91,8 +93,9 @@ TEST_F(DisplayRequests, An_advertisement_is_answered_with_its_result)
         post("/showAD", R"({"id":"x","index":1,"url":"","time":1})");
         ASSERT_TRUE(waitForRequests(1));
     });
-    EXPECT_EQ(support::json(plugin.requests().constFirst().body),
-              support::json(R"({"type":"result","name":"adResult","value":false})"));
+    const auto request = support::json(plugin.requests().constFirst().body);
+    EXPECT_EQ(request, support::json(R"({"type":"result","name":"adResult","value":false})"));
+    support::expectKeepsToContract("adResult", request);
 }
 
 TEST_F(DisplayRequests, The_summary_tells_how_they_fared)
