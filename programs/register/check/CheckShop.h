@@ -9,8 +9,8 @@
 #include <QTemporaryDir>
 
 /**
- * The small shop that a display is checked with: goods, one of them with a picture, and a server of
- * the advertisements that the plug-in's settings name.
+ * The small shop that a display is checked with: goods, one of them with a picture as large as a
+ * camera's, and a server of the advertisements that the plug-in's settings name.
  *
  * Owner: the check. Thread: the main thread. Errors: the constructor throws UsageError if a port or
  * a folder cannot be had. Shut-down: the destructor removes the folder and frees the port.
@@ -20,8 +20,9 @@ class CheckShop
 public:
     /// How long each of the two advertisements is to be shown.
     static constexpr int adSeconds = 1;
-    /// One of them is there, the other cannot be had.
     static constexpr int ads = 2;
+    /// In the address of the one that cannot be had.
+    static constexpr auto missingAd = "missing.png";
 
     CheckShop();
     Q_DISABLE_COPY_MOVE(CheckShop)
@@ -36,7 +37,7 @@ private:
     void answer(const RequestHeader &header);
 
     const QTemporaryDir m_folder;
-    const QByteArray m_picture;
+    const QByteArray m_advertisement;
     const Goods m_goods;
     HttpServer m_adServer;
 };

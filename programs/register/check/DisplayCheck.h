@@ -15,8 +15,11 @@
 
 #include <QMap>
 #include <QObject>
+#include <QTcpServer>
 #include <QTimer>
 #include <QUrl>
+
+#include <optional>
 
 /**
  * Plays every message against somebody's display application and judges it: a register with the
@@ -40,8 +43,9 @@ public:
 
     void start();
     /// Where the display is to send its requests.
-    int requestPort() const { return m_requests.port(); }
-    bool isFinished() const { return m_finished; }
+    int requestPort() const { return m_requests->port(); }
+    /// Whether all was tried, and nothing failed.
+    bool hasPassed() const { return m_finished && havePassed(m_results); }
     const CheckResults &results() const { return m_results; }
 
 Q_SIGNALS:
@@ -51,12 +55,14 @@ Q_SIGNALS:
 
 private:
     bool isPlaying() const { return m_step < m_script.size(); }
+    void reservePluginPort(int requestPort);
     void runStep();
     void takePost(const Post &post);
     void takeStep(const Post &post);
     void takeUnasked(const QString &type, const Post &post);
     void askForPictures();
     void finishWhenAllCame();
+    void giveUp();
     void finish();
     void skipTheRest();
     void add(const CheckResult &result);
@@ -64,9 +70,9 @@ private:
     CheckShop m_shop;
     MessageTap m_tap;
     DisplayPoster m_poster;
-    const int m_pluginPort;
-    Relay m_requests; // of the display, to the plug-in
-    JsonPoster m_asker;
+    QTcpServer m_pluginPort;         // keeps it from others until the plug-in takes it
+    std::optional<Relay> m_requests; // of the display, to the plug-in
+    std::optional<JsonPoster> m_asker;
     Till m_till;
     Cashier m_cashier;
     Commands m_commands;
@@ -76,5 +82,7 @@ private:
     RequestJudge m_judge;
     CheckResults m_results;
     QTimer m_patience;
+    QTimer m_stepLimit;
+    bool m_isAbsent = false; // nobody listens where the display should
     bool m_finished = false;
 };

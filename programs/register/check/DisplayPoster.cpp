@@ -36,10 +36,10 @@ void DisplayPoster::post(Post post)
     const auto json = QStringLiteral("application/json");
     QUrl url = m_display;
     url.setPath(post.path);
-    const double start = monotonicMs();
+    post.startedMs = monotonicMs();
     post.result = m_client.post(
         url, post.body, {{QStringLiteral("Accept"), json}, {QStringLiteral("Content-Type"), json}});
-    post.ms = monotonicMs() - start;
+    post.ms = monotonicMs() - post.startedMs;
     QMetaObject::invokeMethod(
         this, [this, post] { Q_EMIT posted(post); }, Qt::QueuedConnection);
 }

@@ -16,6 +16,9 @@ MessageTap::MessageTap() : m_server(0, optionsForPictures())
     connect(&m_server, &HttpServer::requestReceived, this,
             [this](const RequestHeader &header, const QByteArray &content) {
                 m_server.sendResponse({}, {});
-                Q_EMIT received({header.path(), content});
+                Post post;
+                post.path = header.path();
+                post.body = content;
+                Q_EMIT received(post);
             });
 }

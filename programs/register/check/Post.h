@@ -8,7 +8,8 @@ struct Post
 {
     QString path;
     QByteArray body;
-    int result =
-        0;         ///< as RestClient::result: 0 accepted, below 100 libcurl's error, or HTTP status
+    double startedMs = 0; ///< on the system's monotonic clock
+    /// As RestClient::result: 0 accepted, below 100 libcurl's error, otherwise the HTTP status.
+    int result = 0;
     double ms = 0; ///< until the answer
 };

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <register/check/AdJudge.h>
 #include <register/check/CheckResult.h>
+#include <register/check/CheckShop.h>
 
 #include <contract/Contract.h>
 
@@ -9,19 +11,22 @@
 #include <QStringList>
 
 /**
- * Judges what a display under test asks of the plug-in: pictures, and the results of its
- * advertisements.
+ * Judges the requests of a display under test: whether they keep to the contract, and what comes of
+ * its advertisements.
  *
  * Owner: the check. Thread: the main thread. Errors: they are the results.
  */
 class RequestJudge
 {
 public:
-    /// `body` is a request of the display's.
-    void take(const QByteArray &body);
+    /// A request of the display's arrived, at this time of the monotonic clock.
+    void take(const QByteArray &body, double atMs);
+    /// An advertisement was posted to the display.
+    void takeAdvertisement(const Post &post) { m_ads.takePost(post); }
 
-    /// How many requests of that name have come, right or wrong.
-    int count(const QString &name) const { return m_counts.value(name); }
+    bool advertisingRunsAway() const { return m_ads.runsAway(); }
+    /// Whether each advertisement of the check has been reported.
+    bool hasAllReports() const { return m_ads.reports() >= CheckShop::ads; }
 
     /// `port` is where the requests were expected.
     CheckResults results(int port) const;
@@ -32,6 +37,7 @@ private:
     CheckResult ofOthers() const;
 
     const Contract m_contract;
+    AdJudge m_ads;
     QMap<QString, int> m_counts;           // by the request's name
     QMap<QString, QStringList> m_problems; // of these; of others, under an empty name
 };

@@ -23,6 +23,12 @@ Words ofNoAnswer(int error)
     case 7:
         return {QStringLiteral("nobody listens there"),
                 QStringLiteral("Start the display, or give --check its address.")};
+    case 18:
+        return {QStringLiteral("the answer ended before its Content-Length"),
+                QStringLiteral("Send as much as is announced, or nothing.")};
+    case 23:
+        return {QStringLiteral("the answer was longer than 1 MiB"),
+                QStringLiteral("Answer with a short body or none: it is not used.")};
     case 28:
         return {QStringLiteral("no whole answer within %1 s").arg(DisplayPoster::timeoutSeconds),
                 QStringLiteral("Answer as soon as the message is read, and draw afterwards.")};

@@ -2,12 +2,17 @@
 
 #include "ProgramFixture.h"
 
+#include <support/RawClient.h>
 #include <support/ScriptedServer.h>
 
 #include <QJsonArray>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <csignal>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -41,6 +46,18 @@ int freePort()
     QTcpServer probe;
     probe.listen(QHostAddress::LocalHost);
     return probe.serverPort();
+}
+
+/// Reports an advertisement as shown, some milliseconds later.
+void reportShown(int requestPort)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(requestPort));
+    socket.waitForConnected();
+    socket.write(
+        support::RawClient::request("/", R"({"type":"result","name":"adResult","value":true})"));
+    socket.waitForReadyRead();
 }
 
 } // namespace
@@ -95,11 +112,32 @@ TEST_F(RegisterCheck, Tells_for_each_message_how_a_display_fails_it)
     EXPECT_EQ(messagesOf("PaymentDraft").value(0), "failed: no whole answer within 1 s");
     EXPECT_EQ(messagesOf("ImageData").value(0), "failed: answered 413");
     EXPECT_EQ(messagesOf("ShowAd"), QStringList{"failed: answered 405"});
-    EXPECT_EQ(messagesOf("adResult"), QStringList{"failed: no result came"});
+    EXPECT_EQ(messagesOf("adResult"),
+              QStringList{"failed: 0 of the 2 advertisements were reported"});
     EXPECT_EQ(messagesOf("getImage"), QStringList{"skipped: none was asked for"});
     EXPECT_TRUE(messagesOf("Content").value(0).startsWith("passed: "));
     EXPECT_TRUE(checking->output().contains("-> Serve POST /configure"));
     EXPECT_EQ(checking->output().count("-> Allow the method POST on /showAD."), 1);
+}
+
+TEST_F(RegisterCheck, Fails_a_display_that_lets_other_messages_starve)
+{
+    const int requestPort = freePort();
+    std::mutex mutex;
+    std::vector<std::jthread> reports;
+    support::ScriptedServer display;
+    display.answerBy([&, requestPort](const support::ScriptedServer::Request &request) {
+        const std::lock_guard lock(mutex);
+        if (request.path == "/showAD") // is reported as soon as it is answered
+            reports.emplace_back([requestPort] { reportShown(requestPort); });
+        return support::ScriptedAnswer::ok();
+    });
+    const auto checking = check(display.url(), requestPort);
+    EXPECT_EQ(checking->exitCode(), 1) << checking->output().toStdString();
+    EXPECT_TRUE(messagesOf("adResult")
+                    .value(0)
+                    .startsWith("failed: an advertisement for 1 s was reported as shown after "))
+        << messagesOf("adResult").value(0).toStdString();
 }
 
 TEST_F(RegisterCheck, Ends_at_once_where_nobody_listens)

@@ -28,7 +28,7 @@ class Verdict : public testing::TestWithParam<Row>
 
 TEST(Verdict, Of_an_accepted_message_tells_its_time)
 {
-    const auto result = verdictOn({"/qrPayment", "{}", 0, 12.34}, "a code is shown");
+    const auto result = verdictOn({"/qrPayment", "{}", 100, 0, 12.34}, "a code is shown");
     EXPECT_EQ(result.check, "QrPayment");
     EXPECT_EQ(result.what, "a code is shown");
     EXPECT_EQ(result.outcome, CheckResult::Outcome::Passed);
@@ -38,7 +38,7 @@ TEST(Verdict, Of_an_accepted_message_tells_its_time)
 
 TEST_P(Verdict, Of_a_message_that_failed_tells_what_to_do)
 {
-    const auto result = verdictOn({"/qrPayment", "{}", GetParam().result, 1}, "x");
+    const auto result = verdictOn({"/qrPayment", "{}", 100, GetParam().result, 1}, "x");
     EXPECT_EQ(result.outcome, CheckResult::Outcome::Failed);
     EXPECT_EQ(result.message, GetParam().message);
     EXPECT_TRUE(result.remedy.contains(GetParam().remedyHas)) << result.remedy.toStdString();
@@ -51,6 +51,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{28, "no whole answer within 1 s", "draw afterwards"},
                     Row{42, "the connection was closed without an answer", "with a status"},
                     Row{55, "the connection was closed without an answer", "with a status"},
+                    Row{18, "the answer ended before its Content-Length", "as is announced"},
+                    Row{23, "the answer was longer than 1 MiB", "not used"},
                     Row{52, "the connection was closed without an answer", "with a status"},
                     Row{56, "the connection was closed without an answer", "with a status"},
                     Row{8, "no HTTP answer (libcurl's error 8)", "HTTP/1.1"},
