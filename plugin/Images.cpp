@@ -58,8 +58,11 @@ void ViewConnector::onImageLoaded(const Image &image)
 void ViewConnector::sendImage(const ImageId &id, const QString &uri)
 {
     sentImages.insert(id);
-    const QJsonObject body{{QStringLiteral("id"), id.toJson()}, {QStringLiteral("uri"), uri}};
-    addMessage({view::Message::Type::ImageData, body.toVariantMap()});
+    // Not by way of JSON, which would copy the URI: whoever asks for a picture many times while the
+    // display is down must not fill the memory with it.
+    addMessage(
+        {view::Message::Type::ImageData,
+         {{QStringLiteral("id"), id.toJson().toVariantMap()}, {QStringLiteral("uri"), uri}}});
 }
 
 void ViewConnector::addAwaitingLoadImage(const ImageId &awaited, const ImageId &requested)

@@ -17,6 +17,17 @@ TEST_F(Images, A_known_and_loaded_picture_is_sent_at_once)
     EXPECT_EQ(sent(), QList{answer(code, uriOf(png))});
 }
 
+TEST_F(Images, A_picture_that_is_asked_for_many_times_is_in_memory_once)
+{
+    know(code, png);
+    request(code);
+    request(code);
+    const auto messages = sent();
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_EQ(messages[0].data["uri"].toString().constData(),
+              messages[1].data["uri"].toString().constData());
+}
+
 TEST_F(Images, The_fallback_is_not_looked_up_if_the_picture_is_known)
 {
     know(code, png);
