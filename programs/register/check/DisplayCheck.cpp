@@ -26,7 +26,9 @@ constexpr int picturesAskedFor = 2;
 
 QUrl loopback(int port)
 {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(port));
+    QUrl url(QStringLiteral("http://127.0.0.1"));
+    url.setPort(port);
+    return url;
 }
 
 QJsonObject pictureRequest(const QString &code)

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-DisplayPoster::DisplayPoster(const QUrl &display) : m_display(display)
+DisplayPoster::DisplayPoster(QUrl display) : m_display(std::move(display))
 {
     m_client.setLogger(Log4Qt::LogManager::logger(QStringLiteral("register")));
     m_client.setTargetAlias(m_display.toString());

@@ -24,7 +24,7 @@ public:
     /// The plug-in's own, unless `ViewConnector:timeout` is set.
     static constexpr int timeoutSeconds = 1;
 
-    explicit DisplayPoster(const QUrl &display);
+    explicit DisplayPoster(QUrl display);
     ~DisplayPoster() override;
 
     void send(const Post &post);

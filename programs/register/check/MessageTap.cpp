@@ -5,7 +5,7 @@ namespace {
 HttpServerOptions optionsForPictures()
 {
     HttpServerOptions options;
-    options.maxBodyBytes = 64 * 1'048'576;
+    options.maxBodyBytes = 67'108'864;
     return options;
 }
 
