@@ -14,7 +14,7 @@ QByteArray toJson(const QJsonValue &value)
 
 } // namespace
 
-QByteArray jsonLine(std::initializer_list<std::pair<QString, QJsonValue>> fields)
+QByteArray jsonLine(const QList<JsonField> &fields)
 {
     QByteArray line("{");
     for (const auto &[key, value] : fields) {

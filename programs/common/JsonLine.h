@@ -2,10 +2,12 @@
 
 #include <QByteArray>
 #include <QJsonValue>
+#include <QList>
 #include <QString>
 
-#include <initializer_list>
 #include <utility>
 
+using JsonField = std::pair<QString, QJsonValue>;
+
 /// One line of JSON Lines: an object with its keys in the given order, and the line's end.
-QByteArray jsonLine(std::initializer_list<std::pair<QString, QJsonValue>> fields);
+QByteArray jsonLine(const QList<JsonField> &fields);
