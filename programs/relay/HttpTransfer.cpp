@@ -1,5 +1,7 @@
 #include <relay/HttpTransfer.h>
 
+#include <QUrl>
+
 #include <curl/curl.h>
 
 #include <memory>
@@ -137,6 +139,12 @@ CURLcode perform(CURL *handle, const std::stop_token &stop)
 }
 
 } // namespace
+
+QByteArray serverOf(const QUrl &url)
+{
+    return url.toEncoded(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment |
+                         QUrl::RemoveUserInfo);
+}
 
 HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patience,
                     const std::stop_token &stop)

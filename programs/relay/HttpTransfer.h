@@ -9,6 +9,8 @@
 #include <chrono>
 #include <stop_token>
 
+class QUrl;
+
 /// A request to an HTTP server. A value type.
 struct HttpRequest
 {
@@ -18,6 +20,9 @@ struct HttpRequest
     QList<BasicHeader::Field> fields;
     QByteArray body;
 };
+
+/// The address of the server that `url` leads to.
+QByteArray serverOf(const QUrl &url);
 
 /// What came back. A value type.
 struct HttpAnswer

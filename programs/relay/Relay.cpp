@@ -29,8 +29,7 @@ RequestHeader withHostOnly(const RequestHeader &header)
 } // namespace
 
 Relay::Relay(int port, const QUrl &target, std::chrono::milliseconds patience)
-    : m_target(target.toEncoded(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment |
-                                QUrl::RemoveUserInfo))
+    : m_target(serverOf(target))
     , m_patience(patience)
     , m_server(port, serverOptions())
     , m_guard(serverOptions().address)

@@ -55,7 +55,7 @@ TEST_F(BadUsage, Of_options_is_named_with_the_mend)
 {
     EXPECT_EQ(complaintOfRegister({}), "--config is missing: give the settings file, for example "
                                        "--config demo/shop.toml.");
-    for (const auto *program : {REGISTER, DISPLAY_PROGRAM, ADSERVICE, SUMMARY}) {
+    for (const auto *program : {REGISTER, DISPLAY_PROGRAM, ADSERVICE, SUMMARY, RECORD, REPLAY}) {
         EXPECT_EQ(complaint(program, {"--bogus"}), "Unknown option 'bogus'. See --help.");
         EXPECT_EQ(complaint(program, {"extra"}), "Unexpected argument \"extra\". See --help.");
     }
@@ -164,7 +164,7 @@ TEST_F(BadUsage, Of_a_port_in_use_is_a_failure_with_the_mend)
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
     const auto port = QString::number(other.serverPort());
-    for (const auto *program : {DISPLAY_PROGRAM, ADSERVICE})
+    for (const auto *program : {DISPLAY_PROGRAM, ADSERVICE, RECORD})
         EXPECT_EQ(complaint(program, {"--port", port}, 1),
                   "port " + port +
                       " cannot be opened: Address already in use. Stop the program that uses it "
@@ -173,6 +173,38 @@ TEST_F(BadUsage, Of_a_port_in_use_is_a_failure_with_the_mend)
               "port " + port +
                   " cannot be opened: Address already in use. Stop the program that uses it or "
                   "choose another with --page.");
+}
+
+TEST_F(BadUsage, Of_the_recorders_options_is_named_with_the_mend)
+{
+    EXPECT_EQ(complaint(RECORD, {"--display", "38080"}),
+              "--display \"38080\" is no address: give one like http://127.0.0.1:38080.");
+    EXPECT_EQ(complaint(RECORD, {"--plugin-port", "70000"}),
+              "--plugin-port \"70000\" is no port: give a number from 0 to 65535.");
+    const auto used = write("recording.jsonl", "precious\n");
+    const QStringList freePorts{"--port", "0", "--plugin-port", "0", "--output"};
+    const auto text = complaint(RECORD, freePorts + QStringList{used});
+    expectStart(text, "--output " + used + ": ");
+    EXPECT_TRUE(text.endsWith(" Choose another name, or remove the file.")) << text.toStdString();
+    EXPECT_EQ(read("recording.jsonl"), "precious\n");
+    expectStart(complaint(RECORD, freePorts + QStringList{path("none/recording.jsonl")}),
+                "--output " + path("none/recording.jsonl") + ": ");
+}
+
+TEST_F(BadUsage, Of_a_replay_is_named_with_the_mend)
+{
+    EXPECT_EQ(complaint(REPLAY, {}), "--recording is missing. See --help.");
+    EXPECT_EQ(complaint(REPLAY, {"--recording", path("none")}),
+              "--recording " + path("none") + ": No such file or directory.");
+    const auto empty = write("empty.jsonl", "\n");
+    EXPECT_EQ(complaint(REPLAY, {"--recording", empty}),
+              "--recording " + empty + " has no message that a display accepted: give another.");
+    EXPECT_EQ(complaint(REPLAY, {"--recording", empty, "--speed", "fast"}),
+              "--speed \"fast\" does not fit: give 0, or a number from 0.001 to 1000000.");
+    const auto commands = write("commands.jsonl", "\n{\"do\":\"open\"}\n");
+    EXPECT_EQ(complaint(REPLAY, {"--recording", commands}),
+              "--recording " + commands +
+                  ":2: \"path\" is missing. Give a recording of a register's messages.");
 }
 
 TEST_F(BadUsage, Of_a_port_in_use_leaves_the_other_displays_record_alone)

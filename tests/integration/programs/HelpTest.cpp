@@ -23,6 +23,13 @@ const Program programs[] = {
      {"--port <PORT>", "--listen <HOST:PORT>", "--stream <N>", "--key <KEY>", "--ads <DIR>",
       "--frame-ms <MS>", "--stream-seconds <S>", "--answer-after <MS>", "--fault <NAME>"}},
     {"shop-summary", SUMMARY, {"--report <FILE>", "--record <FILE>"}},
+    {"viewconnector-record",
+     RECORD,
+     {"--display <URL>", "--port <PORT>", "--plugin-url <URL>", "--plugin-port <PORT>",
+      "--output <FILE>", "--unredacted"}},
+    {"viewconnector-replay",
+     REPLAY,
+     {"--recording <FILE>", "--display <URL>", "--speed <FACTOR>", "--json"}},
 };
 
 class Help : public testing::TestWithParam<Program>
@@ -60,6 +67,8 @@ TEST_P(Help, Comes_before_anything_else_is_looked_at)
         EXPECT_EQ(Process(program.file, {"--help", "--report", "none"}).exitCode(), 0);
     else if (QByteArray(program.name) == "register")
         EXPECT_EQ(Process(program.file, {"--help", "--config", "none"}).exitCode(), 0);
+    else if (QByteArray(program.name) == "viewconnector-replay")
+        EXPECT_EQ(Process(program.file, {"--help", "--recording", "none"}).exitCode(), 0);
     else
         EXPECT_EQ(Process(program.file, {"--help", "--port", "none"}).exitCode(), 0);
 }

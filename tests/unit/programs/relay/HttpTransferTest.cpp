@@ -77,6 +77,12 @@ TEST_F(HttpTransfer, Ends_at_once_when_that_is_asked_for)
     EXPECT_NE(answer.error, "");
 }
 
+TEST_F(HttpTransfer, Finds_the_server_in_an_address)
+{
+    EXPECT_EQ(serverOf(QUrl("http://user:pw@till:38080/path?a=1#b")), "http://till:38080");
+    EXPECT_EQ(serverOf(QUrl("http://127.0.0.1")), "http://127.0.0.1");
+}
+
 TEST_F(HttpTransfer, Asks_no_proxy)
 {
     qputenv("http_proxy", "http://127.0.0.1:1");
