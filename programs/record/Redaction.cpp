@@ -27,7 +27,7 @@ constexpr std::array shownNumbers{"amount", "sum",         "total",    "price", 
                                   "change", "discountSum", "quantity", "time",  "timeout"};
 constexpr double leastLongNumber = 1e8; // nine digits
 
-const auto qrCodeName = QStringLiteral("qrCode");
+const auto qrCodeName = QStringLiteral("qr"); // part of it
 
 using Replacement = std::function<QString(const QRegularExpressionMatch &)>;
 
@@ -80,11 +80,14 @@ QString maskedTail(const QString &tail)
     return result;
 }
 
+/// A text that begins as such a URI is one to its end: the pictures of some hosts have spaces and
+/// quotes in them.
 QString withoutPictures(const QString &text)
 {
+    static const auto head = QStringLiteral("data:[\\w.+-]*+(?:/[\\w.+-]*+)?(?:;[\\w.=+\"-]*+)*+,");
     static const QRegularExpression dataUri(
-        QStringLiteral("\\bdata:[\\w.+-]*/?[\\w.+-]*(;[\\w.=+\"-]*)*,[^\\s\"'<>)]*"),
-        QRegularExpression::CaseInsensitiveOption);
+        QStringLiteral("^\\s*+%1.*|\\b%1[^\\s\"'<>)]*").arg(head),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     return replaceAll(text, dataUri, [](const auto &) { return greyPicture; });
 }
 
@@ -189,7 +192,9 @@ QJsonValue Redaction::property(const QString &name, const QJsonValue &value)
     switch (value.type()) {
     case QJsonValue::String:
         // As long as it was: the code keeps its size.
-        return name == qrCodeName ? QString(value.toString().size(), mask) : text(value.toString());
+        return name.contains(qrCodeName, Qt::CaseInsensitive)
+                   ? QString(value.toString().size(), mask)
+                   : text(value.toString());
     case QJsonValue::Double:
         return isShownNumber(name) ? value : numberOrZero(value);
     case QJsonValue::Array: {

@@ -58,6 +58,7 @@ TEST_F(RedactionTest, Puts_a_grey_point_in_the_place_of_a_picture)
     const auto grey = text("data:image/jpeg;base64,AAAA/+8=");
     EXPECT_EQ(text("data:image/svg+xml;charset=utf-8,%3Csvg%3E"), grey);
     EXPECT_EQ(text("DATA:,x"), grey);
+    EXPECT_EQ(text(" data:image/svg+xml;utf8,<svg xmlns=\"s\">\n<text>Иван</text></svg>"), grey);
     EXPECT_EQ(text("<img src=\"data:image/png;base64,AAAA\" alt=\"\">"),
               "<img src=\"" + grey + "\" alt=\"\">");
     EXPECT_LT(grey.size(), 150);
@@ -108,6 +109,8 @@ TEST_F(RedactionTest, Masks_however_long_a_text_is)
     EXPECT_EQ(text(word), word);
     EXPECT_EQ(text(word + "@mail.example").left(5), "xxxxx");
     EXPECT_LT(text("data:image/png;base64," + word).size(), 150);
+    EXPECT_EQ(text("data:" + word), "data:" + word);
+    EXPECT_EQ(text("data:;" + word), "data:;" + word);
     EXPECT_EQ(text("http://" + word + "@h.example/?a=" + word), "http://h.example/?a=x");
 }
 
@@ -122,6 +125,12 @@ TEST_F(RedactionTest, Masks_the_text_of_a_payment_code_and_keeps_its_length)
 {
     EXPECT_EQ(body(R"({"qrCode":"https://p.example/r/7","amount":12331,"timeout":90})"),
               support::json(R"({"qrCode":"xxxxxxxxxxxxxxxxxxxxx","amount":12331,"timeout":90})"));
+}
+
+TEST_F(RedactionTest, Knows_payment_codes_by_any_name_that_says_so)
+{
+    EXPECT_EQ(body(R"({"QRText":"a b","sbp_qr":["c"],"showQr":true})"),
+              support::json(R"({"QRText":"xxx","sbp_qr":["x"],"showQr":true})"));
 }
 
 TEST_F(RedactionTest, Masks_all_that_stands_under_a_personal_name)
