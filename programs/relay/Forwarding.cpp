@@ -15,8 +15,9 @@ constexpr std::chrono::milliseconds clientCheckInterval(100);
 } // namespace
 
 Forwarding::Forwarding(std::shared_ptr<HeldRequest> held, Exchange exchange,
-                       const HttpRequest &request, std::chrono::milliseconds patience)
-    : m_held(std::move(held)), m_exchange(std::move(exchange))
+                       const HttpRequest &request, std::chrono::milliseconds patience,
+                       QObject *parent)
+    : QObject(parent), m_held(std::move(held)), m_exchange(std::move(exchange))
 {
     connect(&m_clientCheck, &QTimer::timeout, this, &Forwarding::giveUpIfNobodyWaits);
     m_clientCheck.start(clientCheckInterval);

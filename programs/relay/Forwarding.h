@@ -26,7 +26,7 @@ class Forwarding : public QObject
 public:
     /// `exchange` is what is known of it so far; `patience` the time for the whole answer.
     Forwarding(std::shared_ptr<HeldRequest> held, Exchange exchange, const HttpRequest &request,
-               std::chrono::milliseconds patience);
+               std::chrono::milliseconds patience, QObject *parent);
     ~Forwarding() override;
 
 Q_SIGNALS:

@@ -68,24 +68,26 @@ struct Reception
 std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void *self)
 {
     auto &reception = *static_cast<Reception *>(self);
-    reception.headerBytes += size * count;
+    const std::size_t bytes = size * count;
+    reception.headerBytes += bytes;
     if (reception.isTooLarge())
         return 0;
-    const QByteArray line(data, static_cast<qsizetype>(size * count));
+    const QByteArray line(data, static_cast<qsizetype>(bytes));
     const auto colon = line.indexOf(':');
     if (line.startsWith("HTTP/"))
         reception.answer.header = {}; // what came before was of an interim answer
     else if (colon > 0)
         reception.answer.header.addValue(QString::fromUtf8(line.left(colon)),
                                          QString::fromUtf8(line.mid(colon + 1).trimmed()));
-    return size * count;
+    return bytes;
 }
 
 std::size_t onBody(const char *data, std::size_t size, std::size_t count, void *self)
 {
     auto &reception = *static_cast<Reception *>(self);
-    reception.answer.body.append(data, static_cast<qsizetype>(size * count));
-    return reception.isTooLarge() ? 0 : size * count;
+    const std::size_t bytes = size * count;
+    reception.answer.body.append(data, static_cast<qsizetype>(bytes));
+    return reception.isTooLarge() ? 0 : bytes;
 }
 
 CurlHandle createHandle()

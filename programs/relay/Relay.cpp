@@ -61,8 +61,8 @@ void Relay::receive(const RequestHeader &header, const QByteArray &content)
     exchange.requestContentType = header.contentType().toUtf8();
     const HttpRequest request{m_target, exchange.method, header.path().toUtf8(),
                               endToEndFields(header), content};
-    auto *const forwarding = new Forwarding(m_server.holdRequest(), exchange, request, m_patience);
-    forwarding->setParent(this);
+    auto *const forwarding =
+        new Forwarding(m_server.holdRequest(), exchange, request, m_patience, this);
     connect(forwarding, &Forwarding::ended, this, &Relay::exchanged);
     connect(forwarding, &Forwarding::ended, forwarding, &QObject::deleteLater);
 }

@@ -49,7 +49,7 @@ std::optional<RecordedMessage> RecordingReader::next()
             fail(QStringLiteral("longer than %1 bytes").arg(maxLineBytes));
         if (line.trimmed().isEmpty())
             continue;
-        if (const auto message = read(line))
+        if (auto message = read(line))
             return message;
     }
     return std::nullopt;
