@@ -67,7 +67,25 @@ for (const file of examples) {
   });
 }
 
-test('each schema but that of the sample shop has an example', () => {
+test('each schema but those of the sample shop has an example', () => {
   const shown = new Set(examples.map((file) => file.replace('.json', '').replace(/-.*/, '')));
-  assert.deepEqual([...schemas.keys()].filter((name) => !shown.has(name)), ['SampleReceipt']);
+  assert.deepEqual([...schemas.keys()].filter((name) => !shown.has(name)).sort(),
+    ['SampleImageId', 'SampleReceipt']);
+});
+
+test('examples of pictures and receipts are in the forms of the sample shop', async () => {
+  const keeps = (schema, value) => newReader().getSchema(`${schema}.json`)(value);
+  const request = await read('examples/getImage.json');
+  for (const id of Object.values(request.data)) assert.ok(keeps('SampleImageId', id));
+  for (const file of ['ImageData', 'ImageData-missing'])
+    assert.ok(keeps('SampleImageId', (await read(`examples/${file}.json`)).id), file);
+  for (const file of ['UpdateDocument', 'UpdateDocument-paid'])
+    assert.ok(keeps('SampleReceipt', await read(`examples/${file}.json`)), file);
+});
+
+test('further settings of the touch interface may have any name', async () => {
+  const judge = newReader().getSchema('Configure.json');
+  const settings = await read('examples/Configure-touch.json');
+  assert.ok(judge({ ...settings, 'View.QmlStyle:': 1, 'View.QmlStyle:two\nlines': null }));
+  assert.ok(!judge({ ...settings, 'View.Style:anything': 1 }));
 });

@@ -54,6 +54,25 @@ TEST(Contract, Is_open_where_the_register_decides)
     EXPECT_EQ(problems("PriceList", R"({"title":"","data":"text","columns":0})"), QStringList());
     EXPECT_EQ(problems("PriceList", R"({"title":"","data":null,"columns":-1})"), QStringList());
     EXPECT_EQ(problems("Content", R"({"data":{"a":1},"type":"","hide":true})"), QStringList());
+    EXPECT_EQ(problems("ImageData", R"({"id":{"sku":7},"uri":"http://a.example/7.png"})"),
+              QStringList());
+    EXPECT_EQ(problems("getImage", R"({"type":"request","name":"getImage",
+                                       "data":{"Sku":{"text":"7","shop":1}}})"),
+              QStringList());
+}
+
+TEST(Contract, Takes_a_result_by_its_name_unless_it_is_marked_as_a_request)
+{
+    EXPECT_EQ(problems("adResult", R"({"name":"adResult","value":true})"), QStringList());
+    EXPECT_EQ(problems("adResult", R"({"type":1,"name":"adResult","value":true})"), QStringList());
+}
+
+TEST(Contract, Takes_every_receipt_that_the_commands_of_the_sample_register_make)
+{
+    EXPECT_EQ(problems("SampleReceipt", R"({"number":-3,"state":"open","positions":[],"sum":0,
+        "discountSum":0,"total":0,"payments":[{"kind":"voucher","amount":0}],"change":0,
+        "loyalty":{"points":5}})"),
+              QStringList());
 }
 
 TEST(Contract, Tells_each_problem_once)
@@ -90,15 +109,19 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"ShowAd", R"({"id":"a","index":1,"url":1,"time":1})", "/url"},
         Broken{"PriceList", R"({"title":"x","data":[]})", "/"},
         Broken{"PriceList", R"({"scroll":1})", "/scroll"},
-        Broken{"ImageData", R"({"id":{"type":"Name","value":"1"},"uri":""})", "/id/type"},
-        Broken{"ImageData", R"({"id":{"type":"Barcode","value":1},"uri":""})", "/id/value"},
-        Broken{"ImageData", R"({"id":{"type":"Barcode","value":"1"},"uri":"http://a"})", "/uri"},
+        Broken{"ImageData", R"({"id":"1","uri":""})", "/id"},
+        Broken{"ImageData", R"({"id":{},"uri":null})", "/uri"},
+        Broken{"SampleImageId", R"({"type":"Name","value":"1"})", "/type"},
+        Broken{"SampleImageId", R"({"type":"Barcode","value":1})", "/value"},
         Broken{"Content", R"({"data":1,"type":"text","hide":0})", "/hide"},
         Broken{"Content", R"({"type":"text","hide":true})", "/"},
         Broken{"getImage", R"({"type":"request","name":"getImage","data":{}})", "/data"},
+        Broken{"getImage", R"({"type":"request","name":"getImage","data":{"GoodsCode":"1"}})",
+               "/data/GoodsCode"},
         Broken{"getImage", R"({"type":"result","name":"getImage","data":{}})", "/type"},
         Broken{"adResult", R"({"type":"request","name":"adResult","value":true})", "/type"},
         Broken{"adResult", R"({"type":"result","name":"adResult","value":1})", "/value"},
+        Broken{"adResult", R"({"type":"result","name":"adResult"})", "/"},
         Broken{"AdSubscription", R"({"pk":"short"})", "/pk"},
         Broken{"AdStream", R"({"stream":"1"})", "/stream"},
         Broken{"SampleReceipt", R"({"number":1})", "/"}));

@@ -43,7 +43,8 @@ TEST(Examples, Keep_to_the_contract)
 
 TEST(Examples, Are_there_for_every_schema)
 {
-    QStringList shown{"SampleReceipt"}; // by those of UpdateDocument
+    // by those of UpdateDocument, and of ImageData and getImage
+    QStringList shown{"SampleReceipt", "SampleImageId"};
     for (const auto &name : examples().keys())
         shown.append(schemaOf(name));
     for (const auto &name : Contract().names())
@@ -57,6 +58,20 @@ TEST(Examples, Of_receipts_are_of_the_sample_shop)
         EXPECT_EQ(Contract().problemsOf("SampleReceipt", all.value(name)), QStringList()) << name;
 }
 
+TEST(Examples, Of_pictures_name_them_as_the_sample_register_does)
+{
+    const auto all = examples();
+    const auto requested = all.value("getImage").value("data").toObject();
+    EXPECT_EQ(requested.keys(), (QStringList{"Barcode", "GoodsCode"}));
+    QList<QJsonObject> ids;
+    for (const auto &id : requested)
+        ids.append(id.toObject());
+    for (const auto *name : {"ImageData", "ImageData-missing"})
+        ids.append(all.value(name).value("id").toObject());
+    for (const auto &id : ids)
+        EXPECT_EQ(Contract().problemsOf("SampleImageId", id), QStringList());
+}
+
 TEST(Examples, Of_the_configuration_take_no_other_settings_than_those_of_their_interface)
 {
     const Contract contract;
@@ -67,6 +82,8 @@ TEST(Examples, Of_the_configuration_take_no_other_settings_than_those_of_their_i
         return contract.problemsOf("Configure", body);
     };
     EXPECT_EQ(with("Configure-touch", "View.QmlStyle:anything", "x"), QStringList());
+    EXPECT_EQ(with("Configure-touch", "View.QmlStyle:", "x"), QStringList());
+    EXPECT_EQ(with("Configure-touch", "View.QmlStyle:two\nlines", "x"), QStringList());
     EXPECT_NE(with("Configure-touch", "View.Style:anything", "x"), QStringList());
     EXPECT_NE(with("Configure-touch", "View.QmlStyle:advertisingWidth", "560"), QStringList());
     EXPECT_NE(with("Configure-touch", "View.Interface:touchng", false), QStringList());
