@@ -20,14 +20,17 @@ QJsonObject document(const QString &name)
     return support::json(file.readAll());
 }
 
-/// The files that a document refers to.
+/// The files that a document refers to; a reference that begins with '#' is to itself.
 QStringList filesIn(const QJsonValue &value)
 {
     QStringList files;
     const auto object = value.toObject();
     for (auto entry = object.begin(); entry != object.end(); ++entry) {
-        const bool isFile = entry.key() == u"$ref" || entry.key() == u"externalValue";
-        files += isFile ? QStringList{entry->toString()} : filesIn(*entry);
+        const bool isReference = entry.key() == u"$ref" || entry.key() == u"externalValue";
+        if (!isReference)
+            files += filesIn(*entry);
+        else if (!entry->toString().startsWith('#'))
+            files.append(entry->toString());
     }
     const auto array = value.toArray();
     for (const auto &item : array)
@@ -49,6 +52,19 @@ TEST(OpenApi, Of_the_display_has_every_message_and_no_other)
         const auto content = post["requestBody"]["content"]["application/json"];
         EXPECT_EQ(content["schema"]["$ref"].toString(), "schemas/" + name + ".json");
         EXPECT_TRUE(content["examples"].toObject().contains(name));
+    }
+}
+
+TEST(OpenApi, Of_the_display_says_of_every_message_what_an_answer_does)
+{
+    const auto display = document("display");
+    const auto answers = display["components"]["responses"];
+    EXPECT_EQ(answers.toObject().keys(), (QStringList{"Accepted", "NotAccepted"}));
+    const auto paths = display["paths"].toObject();
+    for (const QJsonValue path : paths) {
+        const auto responses = path["post"]["responses"];
+        EXPECT_EQ(responses["2XX"]["$ref"].toString(), "#/components/responses/Accepted");
+        EXPECT_EQ(responses["default"]["$ref"].toString(), "#/components/responses/NotAccepted");
     }
 }
 
