@@ -5,6 +5,11 @@
 #include <QFileInfo>
 #include <QTextStream>
 
+QString CommandLine::version()
+{
+    return QStringLiteral(PROGRAM_VERSION);
+}
+
 CommandLine::CommandLine(const QString &description)
 {
     m_parser.setApplicationDescription(description);
@@ -32,8 +37,7 @@ bool CommandLine::parse(const QStringList &arguments)
         return false;
     }
     if (understood && isSet(QStringLiteral("version"))) {
-        QTextStream(stdout) << QFileInfo(arguments.value(0)).fileName() << ' ' << PROGRAM_VERSION
-                            << '\n';
+        QTextStream(stdout) << QFileInfo(arguments.value(0)).fileName() << ' ' << version() << '\n';
         return false;
     }
     if (!understood)

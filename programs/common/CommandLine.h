@@ -13,6 +13,9 @@
 class CommandLine
 {
 public:
+    /// The version of all programs.
+    static QString version();
+
     explicit CommandLine(const QString &description);
 
     /// An option with a value; `valueName` is shown in the help.

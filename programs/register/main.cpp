@@ -1,3 +1,4 @@
+#include <common/DefaultPlugin.h>
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
@@ -33,11 +34,6 @@
 #include <optional>
 
 namespace {
-
-QString defaultPlugin()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/../plugins/viewconnector.so");
-}
 
 /// The catalogue that "Shop:goods" names, relative to the settings file; empty without that
 /// setting.
@@ -121,7 +117,8 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     try {
-        const auto options = RegisterOptions::parse(QCoreApplication::arguments(), defaultPlugin());
+        const auto options =
+            RegisterOptions::parse(QCoreApplication::arguments(), defaultPluginFile());
         if (!options)
             return Fine;
         logToStandardError(options->debug);
