@@ -78,6 +78,12 @@ QStringList Contract::names() const
     return names;
 }
 
+QJsonObject Contract::schema(const QString &name) const
+{
+    return m_schemas.count(name) == 0 ? QJsonObject()
+                                      : read(QStringLiteral("%1/%2.json").arg(folder, name));
+}
+
 QStringList Contract::problemsOf(const QString &name, const QJsonObject &body) const
 {
     const auto schema = m_schemas.find(name);

@@ -27,6 +27,9 @@ public:
     /// The schemas that there are; a message's has the name of its type.
     QStringList names() const;
 
+    /// The schema of that name as it stands; empty if there is none.
+    QJsonObject schema(const QString &name) const;
+
     /// What in `body` breaks the schema of that name, each with its place as a JSON Pointer; empty
     /// if it is right.
     QStringList problemsOf(const QString &name, const QJsonObject &body) const;
