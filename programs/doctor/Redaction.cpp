@@ -1,0 +1,35 @@
+#include <doctor/Redaction.h>
+
+#include <QRegularExpression>
+
+namespace doctor {
+
+namespace {
+
+const auto mark = QStringLiteral("…");
+
+} // namespace
+
+// By hand: QUrl gives nothing back of an address that is not quite right, which may hold a password
+// all the same.
+QString redactedUrl(const QString &text)
+{
+    static const QRegularExpression queryStart(QStringLiteral("[?#]"));
+    const auto query = text.indexOf(queryStart);
+    QString place = query < 0 ? text : text.left(query);
+    const auto scheme = place.indexOf(QStringLiteral("//"));
+    const auto authority = scheme < 0 ? 0 : scheme + 2;
+    // A password may hold a slash or a question mark that should have been encoded.
+    if (const auto at = text.lastIndexOf(u'@'); at >= authority) {
+        const auto behind = text.mid(at);
+        place = text.left(authority) + mark + behind.left(behind.indexOf(queryStart));
+    }
+    return query < 0 ? place : place + mark;
+}
+
+QString redactedText(const QString &text)
+{
+    return text.contains(QStringLiteral("//")) || text.contains(u'@') ? redactedUrl(text) : text;
+}
+
+} // namespace doctor
