@@ -41,8 +41,9 @@ QByteArray packed(const QString &folder, const QString &fileName)
 {
     QProcess tar;
     tar.start(QStringLiteral("tar"),
-              {QStringLiteral("--create"), QStringLiteral("--gzip"), QStringLiteral("--owner=0"),
-               QStringLiteral("--group=0"), QStringLiteral("--directory"), folder, folderName});
+              {QStringLiteral("--create"), QStringLiteral("--sort=name"), QStringLiteral("--gzip"),
+               QStringLiteral("--owner=0"), QStringLiteral("--group=0"),
+               QStringLiteral("--directory"), folder, folderName});
     if (!tar.waitForFinished(deadlineMs) || tar.exitStatus() != QProcess::NormalExit ||
         tar.exitCode() != 0)
         refuse(fileName, QStringLiteral("tar: ") + tar.errorString() + u' ' +

@@ -83,6 +83,15 @@ Outcome failedConnection(CURL *handle)
     return error == ECONNREFUSED ? Outcome::Refused : Outcome::Unreachable;
 }
 
+/// The time of a step that was not done is 0.
+Outcome timedOutAt(CURL *handle)
+{
+    const auto isDone = [=](CURLINFO time) { return timeOf(handle, time).count() > 0; };
+    if (!isDone(CURLINFO_NAMELOOKUP_TIME_T))
+        return Outcome::NameUnknown;
+    return isDone(CURLINFO_CONNECT_TIME_T) ? Outcome::AnswerTimedOut : Outcome::ConnectTimedOut;
+}
+
 Outcome outcomeOf(CURL *handle, CURLcode code, const HttpAnswer &answer)
 {
     const bool isComplete = code == CURLE_OK || (code == CURLE_WRITE_ERROR && answer.isCutOff);
@@ -94,7 +103,7 @@ Outcome outcomeOf(CURL *handle, CURLcode code, const HttpAnswer &answer)
     case CURLE_COULDNT_CONNECT:
         return failedConnection(handle);
     case CURLE_OPERATION_TIMEDOUT:
-        return answer.connectTime.count() == 0 ? Outcome::ConnectTimedOut : Outcome::AnswerTimedOut;
+        return timedOutAt(handle);
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CERTPROBLEM:
@@ -103,9 +112,10 @@ Outcome outcomeOf(CURL *handle, CURLcode code, const HttpAnswer &answer)
     case CURLE_WEIRD_SERVER_REPLY:
         return Outcome::NotHttp;
     case CURLE_GOT_NOTHING:
+    case CURLE_PARTIAL_FILE:
     case CURLE_RECV_ERROR:
     case CURLE_SEND_ERROR:
-        return Outcome::ClosedWithoutAny;
+        return Outcome::Closed;
     default:
         return Outcome::Other;
     }
@@ -115,7 +125,9 @@ Outcome outcomeOf(CURL *handle, CURLcode code, const HttpAnswer &answer)
 
 QDateTime HttpAnswer::date() const
 {
-    return QDateTime::fromString(QString::fromLatin1(fields.value("date")), Qt::RFC2822Date);
+    const auto field = fields.value("date");
+    const auto seconds = curl_getdate(field.constData(), nullptr);
+    return seconds < 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
 }
 
 HttpAnswer exchange(const HttpRequest &request)
@@ -183,8 +195,9 @@ Text reasonOf(const HttpAnswer &answer)
             .with(answer.problem);
     case Outcome::NotHttp:
         return {"ответ не по протоколу HTTP", "the answer is not HTTP"};
-    case Outcome::ClosedWithoutAny:
-        return {"соединение закрыто без ответа", "the connection is closed without an answer"};
+    case Outcome::Closed:
+        return {"соединение закрыто до конца ответа",
+                "the connection is closed before the end of the answer"};
     case Outcome::Other:
         break;
     }
@@ -216,7 +229,7 @@ Text remedyOf(const HttpAnswer &answer, const Text &start)
         return {"Проверьте, нужен ли в адресе https, и сертификат сервера.",
                 "Check whether the address needs https, and the server's certificate."};
     case Outcome::NotHttp:
-    case Outcome::ClosedWithoutAny:
+    case Outcome::Closed:
     case Outcome::Answered:
     case Outcome::Other:
         break;

@@ -15,15 +15,15 @@ namespace doctor {
 
 /// How a request to an HTTP server went.
 enum class Outcome {
-    Answered,         ///< with any status
-    NameUnknown,      ///< the name of the server has no address
-    Refused,          ///< nobody listens on that port
-    Unreachable,      ///< there is no way to that machine
-    ConnectTimedOut,  ///< the machine does not react
-    AnswerTimedOut,   ///< it takes the connection and does not answer
-    TlsFailed,        ///< no agreement on the encryption, or a certificate that is not trusted
-    NotHttp,          ///< it answers, but not in HTTP
-    ClosedWithoutAny, ///< it takes the connection and closes it
+    Answered,        ///< with any status
+    NameUnknown,     ///< the name of the server has no address
+    Refused,         ///< nobody listens on that port
+    Unreachable,     ///< there is no way to that machine
+    ConnectTimedOut, ///< the machine does not react
+    AnswerTimedOut,  ///< it takes the connection and does not answer
+    TlsFailed,       ///< no agreement on the encryption, or a certificate that is not trusted
+    NotHttp,         ///< it answers, but not in HTTP
+    Closed,          ///< it closes the connection before the end of its answer
     Other,
 };
 

@@ -70,6 +70,8 @@ KnownSetting fromSchema(const QString &key, const QJsonObject &property)
     setting.sentAsIs = property.contains(u"x-type");
     setting.type = property[setting.sentAsIs ? u"x-type" : u"type"].toString();
     setting.preset = property[u"default"];
+    if (key == u"View.QmlStyle:displayType")
+        setting.likeKey = QStringLiteral("View.Style:displayType");
     setting.unit = property[u"x-unit"].toString();
     if (setting.unit == u"px")
         setting.least = 0;

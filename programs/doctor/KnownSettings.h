@@ -20,6 +20,7 @@ struct KnownSetting
     std::optional<int> least = {};
     std::optional<int> most = {};
     std::optional<int> instead = {}; ///< what a number below the least means
+    QString likeKey = {};            ///< whose value a missing key has
     QString unit = {};               ///< "RRGGBB", "px", …
 };
 

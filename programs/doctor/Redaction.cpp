@@ -20,10 +20,8 @@ QString redactedUrl(const QString &text)
     const auto scheme = place.indexOf(QStringLiteral("//"));
     const auto authority = scheme < 0 ? 0 : scheme + 2;
     // A password may hold a slash or a question mark that should have been encoded.
-    if (const auto at = text.lastIndexOf(u'@'); at >= authority) {
-        const auto behind = text.mid(at);
-        place = text.left(authority) + mark + behind.left(behind.indexOf(queryStart));
-    }
+    if (const auto at = text.lastIndexOf(u'@'); at >= authority)
+        place = text.left(authority) + mark + (query < 0 || at < query ? place.mid(at) : QString());
     return query < 0 ? place : place + mark;
 }
 

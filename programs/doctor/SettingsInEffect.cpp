@@ -18,6 +18,8 @@ QVariant numberInEffect(const KnownSetting &known, const QString &key, const Con
 QVariant valueInEffect(const KnownSetting &known, const QString &key, const Config &config)
 {
     const bool isSet = config.value(key).isValid();
+    if (!isSet && !known.likeKey.isEmpty())
+        return config.intValue(known.likeKey, known.preset.toInt());
     if (!isSet || known.sentAsIs)
         return config.value(key, known.preset.toVariant());
     if (known.type == u"integer")

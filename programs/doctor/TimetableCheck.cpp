@@ -19,6 +19,7 @@ using namespace std::chrono_literals;
 
 const auto check = QStringLiteral("timetable");
 constexpr std::chrono::milliseconds maxWait = 3s;
+constexpr std::chrono::milliseconds minWait = 50ms; // in less nobody can be expected to answer
 constexpr int defaultSeconds = 60;
 constexpr int firstError = 400; // of HTTP statuses
 
@@ -144,7 +145,7 @@ Finding checkAddress(const Advertisement &ad, const QDeadlineTimer &deadline)
                         "Give a whole address, for example http://127.0.0.1:38083/ads/coffee.svg."},
                        detailsOf(ad));
     const std::chrono::milliseconds left(deadline.remainingTime());
-    if (left.count() <= 0)
+    if (left < minWait)
         return skipped(check,
                        Text("Реклама %1: не проверена, время вышло.",
                             "Advertisement %1: not checked, the time is over.")
