@@ -55,7 +55,8 @@ TEST_F(BadUsage, Of_options_is_named_with_the_mend)
 {
     EXPECT_EQ(complaintOfRegister({}), "--config is missing: give the settings file, for example "
                                        "--config demo/shop.toml.");
-    for (const auto *program : {REGISTER, DISPLAY_PROGRAM, ADSERVICE, SUMMARY, RECORD, REPLAY}) {
+    for (const auto *program :
+         {REGISTER, DISPLAY_PROGRAM, ADSERVICE, SUMMARY, RECORD, REPLAY, DOCTOR}) {
         EXPECT_EQ(complaint(program, {"--bogus"}), "Unknown option 'bogus'. See --help.");
         EXPECT_EQ(complaint(program, {"extra"}), "Unexpected argument \"extra\". See --help.");
     }
@@ -234,4 +235,15 @@ TEST_F(BadUsage, Of_the_summarys_files_is_named_with_the_mend)
               "--report " + broken + " is no JSON object: see --help for what to give.");
     EXPECT_EQ(complain({"--report", report, "--record", record}),
               "--record " + record + ":3 is no JSON object: see --help for what to give.");
+}
+
+TEST_F(BadUsage, Of_the_doctors_options_is_named_with_the_mend)
+{
+    EXPECT_EQ(complaint(DOCTOR, {}),
+              "--config is missing: give the register's settings file, for example "
+              "--config /etc/viewconnector/shop.toml.");
+    EXPECT_EQ(complaint(DOCTOR, {"--config", config(), "--language", "de"}),
+              "--language \"de\" is unknown: give ru or en.");
+    EXPECT_EQ(complaint(DOCTOR, {"--config", path("none.toml")}),
+              path("none.toml") + ": cannot be read: No such file or directory");
 }

@@ -30,6 +30,10 @@ const Program programs[] = {
     {"viewconnector-replay",
      REPLAY,
      {"--recording <FILE>", "--display <URL>", "--speed <FACTOR>", "--json"}},
+    {"viewconnector-doctor",
+     DOCTOR,
+     {"--config <FILE>", "--plugin <FILE>", "--images <DIR>", "--json", "--bundle <FILE>",
+      "--language <ru|en>"}},
 };
 
 class Help : public testing::TestWithParam<Program>
@@ -65,7 +69,7 @@ TEST_P(Help, Comes_before_anything_else_is_looked_at)
 {
     if (QByteArray(program.name) == "shop-summary")
         EXPECT_EQ(Process(program.file, {"--help", "--report", "none"}).exitCode(), 0);
-    else if (QByteArray(program.name) == "register")
+    else if (program.options.contains("--config <FILE>"))
         EXPECT_EQ(Process(program.file, {"--help", "--config", "none"}).exitCode(), 0);
     else if (QByteArray(program.name) == "viewconnector-replay")
         EXPECT_EQ(Process(program.file, {"--help", "--recording", "none"}).exitCode(), 0);

@@ -46,6 +46,12 @@ TEST(Contract, Says_that_there_is_none)
     EXPECT_EQ(problems("Nothing", "{}"), QStringList{"there is no contract for \"Nothing\""});
 }
 
+TEST(Contract, Gives_its_schemas_as_they_stand)
+{
+    EXPECT_EQ(contract().schema("QrPayment")["title"].toString(), "QrPayment");
+    EXPECT_EQ(contract().schema("Nothing"), QJsonObject());
+}
+
 TEST(Contract, Is_open_where_the_register_decides)
 {
     EXPECT_EQ(problems("UpdateDocument", R"({"anything":[1,{"a":null}]})"), QStringList());
