@@ -2,13 +2,11 @@
 
 #include <doctor/AdAnswerSteps.h>
 #include <doctor/Redaction.h>
+#include <doctor/StreamAddress.h>
 
 #include <KeyAgreement.h>
 
 #include <QJsonDocument>
-#include <QUrlQuery>
-
-#include <utility>
 
 namespace doctor {
 
@@ -29,22 +27,12 @@ QByteArray subscription(const QByteArray &publicKey)
         .toJson(QJsonDocument::Compact);
 }
 
-/// Where a display fetches the stream; holds its key.
-QUrl fetchAddress(const AdStream &stream)
-{
-    QUrl url(QStringLiteral("http://") + stream.listen);
-    url.setPath(QStringLiteral("/streams/%1").arg(stream.number));
-    QUrlQuery query;
-    query.addQueryItem(QStringLiteral("key"), stream.key);
-    url.setQuery(query);
-    return url;
-}
-
 Finding checkStream(const AdStream &stream)
 {
     const auto step = QStringLiteral("stream");
     const auto place = redactedUrl(stream.listen);
-    const auto answer = exchange({fetchAddress(stream), streamTimeout});
+    const auto answer = exchange(
+        {streamAddress(stream.listen, QString::number(stream.number), stream.key), streamTimeout});
     if (answer.outcome != Outcome::Answered)
         return adStepFailed(
             step,

@@ -46,11 +46,18 @@ std::chrono::seconds postTimeout(const Config &config)
         std::max(1, config.intValue(QStringLiteral("ViewConnector:timeout"), 1)));
 }
 
+/// Without the folder; of a link, that of the file itself, as the kernel names it.
+QString fileNameOf(const QString &fileName)
+{
+    const QFileInfo file(fileName);
+    return file.exists() ? QFileInfo(file.canonicalFilePath()).fileName() : file.fileName();
+}
+
 PluginPort pluginPort(const Config &config, const QString &pluginFile)
 {
     return {HttpServerOptions::fromConfig().address,
             config.intValue(QStringLiteral("ViewConnector:port"), defaultPort),
-            QFileInfo(pluginFile).fileName(), displayServer(displaySetting(config))};
+            fileNameOf(pluginFile), displayServer(displaySetting(config))};
 }
 
 } // namespace

@@ -16,6 +16,7 @@ namespace doctor {
 namespace {
 
 constexpr auto listening = "0A"; // the kernel's TCP_LISTEN
+const QByteArray socketStart = "socket:[";
 constexpr qint64 maxFileBytes = 8 * 1024 * 1024;
 
 /// The columns of a line that are used.
@@ -48,19 +49,23 @@ bool isWildcard(const QHostAddress &address)
            address == QHostAddress(QHostAddress::AnyIPv6);
 }
 
-/// Whether this process has the socket open.
-bool holds(const QString &processFolder, const QString &socket)
+/// The inodes of the sockets that a process has open.
+QList<quint64> socketsOf(const QString &processFolder)
 {
+    QList<quint64> inodes;
     const QDir descriptors(processFolder + QStringLiteral("/fd"));
     const auto names =
         descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    return std::any_of(names.begin(), names.end(), [&](const QString &name) {
+    for (const auto &name : names) {
         // Not symLinkTarget(), which makes the text a path.
         std::array<char, 64> target{};
         const auto link = QFile::encodeName(descriptors.filePath(name));
         const auto size = readlink(link.constData(), target.data(), target.size());
-        return size > 0 && socket == QString::fromLatin1(target.data(), size);
-    });
+        const QByteArray text(target.data(), std::max<qsizetype>(size, 0));
+        if (text.startsWith(socketStart) && text.endsWith(']'))
+            inodes.append(text.mid(socketStart.size()).chopped(1).toULongLong());
+    }
+    return inodes;
 }
 
 } // namespace
@@ -84,6 +89,14 @@ ListeningPorts::ListeningPorts(QString proc) : m_proc(std::move(proc))
 {
     read(QStringLiteral("tcp"));
     read(QStringLiteral("tcp6"));
+    const auto names = QDir(m_proc).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const auto &name : names) {
+        bool isProcess = false;
+        const auto pid = name.toLongLong(&isProcess);
+        const auto sockets = isProcess ? socketsOf(m_proc + u'/' + name) : QList<quint64>();
+        for (const auto inode : sockets)
+            m_holders.insert(inode, pid);
+    }
 }
 
 void ListeningPorts::read(const QString &fileName)
@@ -104,17 +117,12 @@ QList<ListeningPort> ListeningPorts::inTheWayOf(const QHostAddress &address, int
 
 PortOwner ListeningPorts::ownerOf(const ListeningPort &port) const
 {
-    const auto socket = QStringLiteral("socket:[%1]").arg(port.inode);
-    const auto names = QDir(m_proc).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const auto &name : names) {
-        bool isProcess = false;
-        const auto pid = name.toLongLong(&isProcess);
-        const auto folder = m_proc + u'/' + name;
-        if (isProcess && holds(folder, socket))
-            return {pid, QString::fromUtf8(contentOf(folder + QStringLiteral("/comm"))).trimmed(),
-                    QString::fromUtf8(contentOf(folder + QStringLiteral("/maps")))};
-    }
-    return {};
+    const auto pid = m_holders.value(port.inode);
+    if (pid == 0)
+        return {};
+    const auto folder = QStringLiteral("%1/%2").arg(m_proc).arg(pid);
+    return {pid, QString::fromUtf8(contentOf(folder + QStringLiteral("/comm"))).trimmed(),
+            QString::fromUtf8(contentOf(folder + QStringLiteral("/maps")))};
 }
 
 QString toText(const ListeningPorts &ports)

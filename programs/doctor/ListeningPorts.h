@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QHostAddress>
 #include <QList>
 #include <QString>
@@ -45,6 +46,7 @@ private:
 
     const QString m_proc;
     QList<ListeningPort> m_ports;
+    QHash<quint64, qint64> m_holders; // process ids by inode
 };
 
 /// The listening sockets of a file like /proc/net/tcp or /proc/net/tcp6.

@@ -2,6 +2,7 @@
 
 #include <doctor/HttpExchange.h>
 #include <doctor/Redaction.h>
+#include <doctor/StreamAddress.h>
 
 #include <Config.h>
 
@@ -136,7 +137,8 @@ Finding checkAddress(const Advertisement &ad, const QDeadlineTimer &deadline)
     const QUrl url(ad.url);
     if (url.isLocalFile())
         return checkFile(ad, url.toLocalFile());
-    if (url.scheme() != u"http" && url.scheme() != u"https")
+    const auto fetched = fetchedAddress(url);
+    if (fetched.scheme() != u"http" && fetched.scheme() != u"https")
         return warning(check,
                        Text("Реклама %1: %2 — не адрес http, https или file.",
                             "Advertisement %1: %2 is no address with http, https or file.")
@@ -153,7 +155,7 @@ Finding checkAddress(const Advertisement &ad, const QDeadlineTimer &deadline)
                        {"Исправьте то, что найдено раньше, и повторите проверку.",
                         "Mend what was found before, and check again."},
                        detailsOf(ad));
-    return checkServer(ad, url, std::min(left, maxWait));
+    return checkServer(ad, fetched, std::min(left, maxWait));
 }
 
 } // namespace

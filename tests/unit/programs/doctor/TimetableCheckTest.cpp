@@ -71,6 +71,14 @@ TEST_F(TimetableCheck, Fails_what_cannot_be_fetched)
     EXPECT_EQ(statuses(check(entry("a", 1, served()))), (QStringList{"ok", "failed"}));
 }
 
+TEST_F(TimetableCheck, Asks_for_a_stream_as_a_display_does)
+{
+    auto url = server.url("").toEncoded();
+    url.replace("http://", "ads://");
+    EXPECT_EQ(statuses(check(entry("a", 1, url + "?stream=3&key=K"))), (QStringList{"ok", "ok"}));
+    EXPECT_EQ(server.requests().at(0).path, "/streams/3?key=K");
+}
+
 TEST_F(TimetableCheck, Looks_for_files)
 {
     const auto file = folder.filePath("shop.toml").toUtf8();
