@@ -14,7 +14,6 @@
 #include <contract/Contract.h>
 
 #include <Config.h>
-#include <HttpServerOptions.h>
 #include <Singleton.h>
 
 #include <log4qt/logger.h>
@@ -33,17 +32,14 @@ using namespace std::chrono_literals;
 
 constexpr auto timetablePatience = 8s;
 constexpr auto picturesPatience = 5s;
-constexpr int defaultPort = 38081;
 
-QString displaySetting(const Config &config)
+/// What is in effect under a known key.
+QVariant valueOf(const QList<SettingInEffect> &settings, const char *key)
 {
-    return config.stringValue(QStringLiteral("ViewConnector:server"));
-}
-
-std::chrono::seconds postTimeout(const Config &config)
-{
-    return std::chrono::seconds(
-        std::max(1, config.intValue(QStringLiteral("ViewConnector:timeout"), 1)));
+    const auto found = std::find_if(settings.begin(), settings.end(), [&](const auto &setting) {
+        return setting.key == QLatin1String(key);
+    });
+    return found == settings.end() ? QVariant() : found->value;
 }
 
 /// Without the folder; of a link, that of the file itself, as the kernel names it.
@@ -53,19 +49,16 @@ QString fileNameOf(const QString &fileName)
     return file.exists() ? QFileInfo(file.canonicalFilePath()).fileName() : file.fileName();
 }
 
-PluginPort pluginPort(const Config &config, const QString &pluginFile)
-{
-    return {HttpServerOptions::fromConfig().address,
-            config.intValue(QStringLiteral("ViewConnector:port"), defaultPort),
-            fileNameOf(pluginFile), displayServer(displaySetting(config))};
-}
-
 } // namespace
 
 std::optional<Diagnosis> examine(const DoctorOptions &options, const std::function<bool()> &goesOn)
 {
     const Config &config = Singleton<Config>::instance();
-    Diagnosis diagnosis{options.configFile, QDateTime::currentDateTime(), {}, {}};
+    const auto known = knownSettings(Contract());
+    Diagnosis diagnosis{
+        options.configFile, QDateTime::currentDateTime(), {}, settingsInEffect(known, config)};
+    const auto setting = [&](const char *key) { return valueOf(diagnosis.settings, key); };
+    const auto server = setting("ViewConnector:server").toString();
     std::vector<PeerClock> clocks;
     QStringList pictures;
     const auto take = [&](auto result) { // of a check that also reads a clock
@@ -76,30 +69,28 @@ std::optional<Diagnosis> examine(const DoctorOptions &options, const std::functi
 
     const std::pair<const char *, std::function<Findings()>> checks[] = {
         {"plugin", [&] { return checkPlugin(options.pluginFile); }},
-        {"settings",
+        {"settings", [&] { return checkSettings(diagnosis.settings, known, keysOf(config)); }},
+        {"port",
          [&] {
-             const auto known = knownSettings(Contract());
-             diagnosis.settings = settingsInEffect(known, config);
-             return checkSettings(diagnosis.settings, known, keysOf(config));
+             return checkPort({setting("HttpServer:address").toString(),
+                               setting("ViewConnector:port").toInt(),
+                               fileNameOf(options.pluginFile), displayServer(server)});
          }},
-        {"port", [&] { return checkPort(pluginPort(config, options.pluginFile)); }},
         {"display",
-         [&] { return take(checkDisplay(displaySetting(config), postTimeout(config))); }},
+         [&] {
+             const std::chrono::seconds timeout(setting("ViewConnector:timeout").toInt());
+             return take(checkDisplay(server, timeout));
+         }},
         {"timetable", [&] { return checkTimetable(config, timetablePatience); }},
         {"goods",
          [&] {
-             auto goods =
-                 checkGoods(config.stringValue(QStringLiteral("Shop:goods")), options.configFile);
+             auto goods = checkGoods(setting("Shop:goods").toString(), options.configFile);
              pictures = goods.pictures;
              return goods.findings;
          }},
         {"pictures",
          [&] { return checkPictures(options.imagesFolder, pictures, picturesPatience); }},
-        {"ads",
-         [&] {
-             return take(
-                 checkAdService(config.stringValue(QStringLiteral("ViewConnector.Ads:url"))));
-         }},
+        {"ads", [&] { return take(checkAdService(setting("ViewConnector.Ads:url").toString())); }},
         {"clock",
          [&] { return checkClock(QDateTime::currentDateTime(), systemTimeZone(), clocks); }},
     };

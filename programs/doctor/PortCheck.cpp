@@ -89,10 +89,10 @@ Finding takenPort(const PluginPort &plugin, const QHostAddress &address, const P
             check,
             place + Text(" занят; чей он, этому пользователю не видно.",
                          " is taken; this user may not see by whom."),
-            Text("Запустите проверку с правами администратора: sudo viewconnector-doctor, "
-                 "или узнайте владельца: sudo ss -ltnp 'sport = :%1'.",
-                 "Run this check as root: sudo viewconnector-doctor, or ask for the "
-                 "owner: sudo ss -ltnp 'sport = :%1'.")
+            Text("Повторите проверку с правами администратора: sudo viewconnector-doctor с теми "
+                 "же параметрами, или узнайте владельца: sudo ss -ltnp 'sport = :%1'.",
+                 "Check again as root: sudo viewconnector-doctor with the same options, or ask for "
+                 "the owner: sudo ss -ltnp 'sport = :%1'.")
                 .with(plugin.port),
             details);
     }
