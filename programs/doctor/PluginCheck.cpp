@@ -35,15 +35,16 @@ Text remedyFor(const QString &problem)
                     "plug-in for this version of the system.")
             .with(QLibraryInfo::version().toString());
     if (problem.contains(QStringLiteral("cannot open shared object file")))
-        return {"Не хватает библиотеки, названной выше: переустановите пакет "
-                "(sudo apt install --reinstall viewconnector).",
-                "The library named above is missing: install the package again "
-                "(sudo apt install --reinstall viewconnector)."};
+        return {"Не хватает библиотеки, названной выше: переустановите пакеты "
+                "viewconnector-plugin и libregisterhost0.",
+                "The library named above is missing: install the packages "
+                "viewconnector-plugin and libregisterhost0 again."};
     if (problem.contains(QStringLiteral("undefined symbol")))
         return {"Плагин и программа кассы разных версий: установите их вместе.",
                 "Plug-in and register are of different versions: install them together."};
-    return {"Укажите файл плагина: --plugin ФАЙЛ, или переустановите пакет.",
-            "Give the plug-in's file: --plugin FILE, or install the package again."};
+    return {"Укажите файл плагина: --plugin ФАЙЛ, или переустановите пакет viewconnector-plugin.",
+            "Give the plug-in's file: --plugin FILE, or install the package viewconnector-plugin "
+            "again."};
 }
 
 } // namespace

@@ -54,6 +54,24 @@ TEST_F(DoctorDocs, Explain_every_log_line_to_the_operator)
     EXPECT_GT(lines, 20);
 }
 
+TEST_F(DoctorDocs, Explain_every_reason_of_a_lost_display_or_port_to_the_operator)
+{
+    const auto operators = document("operator.md");
+    const auto reasons = document("log.md").section("## Reasons", 1).section("answered 400", 0, 0);
+    static const QRegularExpression row("^\\| (`.*) \\|", QRegularExpression::MultilineOption);
+    static const QRegularExpression span("`([^`]+)`");
+    int found = 0;
+    for (const auto &line : row.globalMatch(reasons)) {
+        for (const auto &reason : span.globalMatch(line.captured(1).section(" | ", 0, 0))) {
+            ++found;
+            EXPECT_TRUE(
+                operators.contains(reason.captured(1).section(u'…', 0, 0).section("%1:", 0, 0)))
+                << reason.captured(1).toStdString();
+        }
+    }
+    EXPECT_GT(found, 12);
+}
+
 TEST_F(DoctorDocs, Explain_every_check_to_the_operator)
 {
     const auto text = document("operator.md");

@@ -71,7 +71,7 @@ TEST_F(PluginCheck, Explains_a_missing_library)
     const auto finding = check(spoiled("libregisterhost.so", "libnot-to-be-had.s"));
     EXPECT_EQ(finding.status, Status::Failed);
     EXPECT_TRUE(english(finding).contains("libnot-to-be-had.s"));
-    EXPECT_TRUE(finding.remedy.in(Language::English).contains("install the package again"))
+    EXPECT_TRUE(finding.remedy.in(Language::English).contains("install the packages"))
         << english(finding).toStdString();
 }
 
