@@ -5,12 +5,13 @@
 #include <QJsonArray>
 
 #include <algorithm>
+#include <array>
 
 namespace doctor {
 
 namespace {
 
-constexpr Status statuses[] = {Status::Ok, Status::Warning, Status::Failed, Status::Skipped};
+constexpr std::array statuses{Status::Ok, Status::Warning, Status::Failed, Status::Skipped};
 
 qint64 countOf(const Findings &findings, Status status)
 {

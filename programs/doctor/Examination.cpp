@@ -67,7 +67,7 @@ std::optional<Diagnosis> examine(const DoctorOptions &options, const std::functi
         return result.findings;
     };
 
-    const std::pair<const char *, std::function<Findings()>> checks[] = {
+    const QList<std::pair<const char *, std::function<Findings()>>> checks{
         {"plugin", [&] { return checkPlugin(options.pluginFile); }},
         {"settings", [&] { return checkSettings(diagnosis.settings, known, keysOf(config)); }},
         {"port",

@@ -17,7 +17,7 @@ namespace {
 
 constexpr auto listening = "0A"; // the kernel's TCP_LISTEN
 const QByteArray socketStart = "socket:[";
-constexpr qint64 maxFileBytes = 8 * 1024 * 1024;
+constexpr qint64 maxFileBytes = 8'388'608;
 
 /// The columns of a line that are used.
 enum Column { LocalAddress = 1, State = 3, Inode = 9 };

@@ -2,21 +2,23 @@
 
 #include <QRegularExpression>
 
+#include <array>
+
 namespace doctor {
 
 namespace {
 
 /// With one place at most, which may hold anything.
-const Text forms[] = {
-    {"это не картинка, а %1", "no picture, but %1"},
-    {"не читается: %1", "it cannot be read: %1"},
-    {"файл больше %1 байт", "the file is larger than %1 bytes"},
-    {"больше %1 пикселей", "more than %1 pixels"},
-    {"ошибка XML в строке %1", "an error of XML in line %1"},
-    {"это не файл", "no file"},
-    {"файл пуст", "the file is empty"},
-    {"файл обрывается", "the file is cut off"},
-    {"файл повреждён", "the file is damaged"},
+const std::array forms{
+    Text("это не картинка, а %1", "no picture, but %1"),
+    Text("не читается: %1", "it cannot be read: %1"),
+    Text("файл больше %1 байт", "the file is larger than %1 bytes"),
+    Text("больше %1 пикселей", "more than %1 pixels"),
+    Text("ошибка XML в строке %1", "an error of XML in line %1"),
+    Text("это не файл", "no file"),
+    Text("файл пуст", "the file is empty"),
+    Text("файл обрывается", "the file is cut off"),
+    Text("файл повреждён", "the file is damaged"),
 };
 
 QRegularExpression expressionOf(const Text &form)
