@@ -222,8 +222,8 @@ Text remedyOf(const HttpAnswer &answer, const Text &start)
                 "Check that the machine is on and in the network, that the address is right, and "
                 "that the firewall lets this port through."};
     case Outcome::AnswerTimedOut:
-        return Text("Программа на этом порту зависла или перегружена. Перезапустите её. %1",
-                    "The program on this port hangs or is overloaded. Start it again. %1")
+        return Text("Программа на этом порту зависла или перегружена. %1",
+                    "The program on this port hangs or is overloaded. %1")
             .with(start);
     case Outcome::TlsFailed:
         return {"Проверьте, нужен ли в адресе https, и сертификат сервера.",

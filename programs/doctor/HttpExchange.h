@@ -61,7 +61,7 @@ HttpAnswer exchange(const HttpRequest &request);
 
 /// Why there was no answer, as the end of a sentence.
 Text reasonOf(const HttpAnswer &answer);
-/// What to do about it; `start` tells how the server is started.
+/// What to do about it; `start` tells how the server is started again.
 Text remedyOf(const HttpAnswer &answer, const Text &start);
 
 } // namespace doctor

@@ -108,7 +108,8 @@ Finding checkServer(const Advertisement &ad, const QUrl &url, std::chrono::milli
             check,
             Text("Реклама %1: %2 недоступен: %3.", "Advertisement %1: %2 cannot be reached: %3.")
                 .with(ad.id, place, reasonOf(answer)),
-            remedyOf(answer, {"Запустите сервер рекламы.", "Start the server."}), details);
+            remedyOf(answer, {"Перезапустите сервер рекламы.", "Start the server again."}),
+            details);
     details.insert(QStringLiteral("httpStatus"), answer.status);
     if (answer.status >= firstError)
         return failed(check,
