@@ -30,8 +30,8 @@ describe_package(host-dev libregisterhost-dev libdevel
 describe_package(tools viewconnector-tools utils
     "sample cash register, customer display and diagnosis for ViewConnector"
     "A register that loads the plug-in and runs commands, a display that shows\n\
-and judges what it receives, an advertising service, and the sample shop\n\
-that they play.")
+and judges what it receives, an advertising service, the sample shop that\n\
+they play, a doctor for dark displays, and a recorder.")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME viewconnector)
