@@ -3,6 +3,7 @@
 #include <ConfigError.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QVariantList>
 
 #include <toml++/toml.h>
@@ -11,6 +12,8 @@
 #include <string_view>
 
 namespace {
+
+constexpr qint64 maxFileBytes = 16'777'216; // many times the largest catalogue of a shop
 
 QString text(std::string_view utf8)
 {
@@ -59,6 +62,13 @@ QVariant toVariant(const toml::node &node)
 
 QVariantMap readTomlFile(const QString &fileName)
 {
+    const QFileInfo info(fileName);
+    if (info.exists() && !info.isFile()) // a pipe would be waited for
+        throw ConfigError(QStringLiteral("%1: cannot be read: it is no file").arg(fileName));
+    if (info.size() > maxFileBytes)
+        throw ConfigError(QStringLiteral("%1: cannot be read: it is larger than %2 bytes")
+                              .arg(fileName)
+                              .arg(maxFileBytes));
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw ConfigError(

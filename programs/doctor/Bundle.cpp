@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QSaveFile>
@@ -31,7 +32,7 @@ QString settingsText(const Diagnosis &diagnosis)
     for (const auto &setting : diagnosis.settings) {
         const auto json = toJson(setting);
         text += QStringLiteral("%1 = %2 (%3)\n")
-                    .arg(setting.key, json[u"value"].toVariant().toString(),
+                    .arg(json[u"key"].toString(), json[u"value"].toVariant().toString(),
                          json[u"source"].toString());
     }
     return text;
@@ -75,6 +76,8 @@ void writeBundle(const QString &fileName, const QMap<QString, QByteArray> &files
         if (!file.open(QIODevice::WriteOnly) || file.write(*entry) != entry->size())
             refuse(fileName, file.errorString());
     }
+    if (QFileInfo::exists(fileName))
+        refuse(fileName, QStringLiteral("it is there already, give a new name"));
     QSaveFile bundle(fileName);
     if (!bundle.open(QIODevice::WriteOnly))
         refuse(fileName, bundle.errorString());

@@ -36,13 +36,16 @@ QString markOf(Status status)
 
 QString settingsText(const Diagnosis &diagnosis, Language language)
 {
-    QString text = Text("Настройки из файла %1:\n", "Settings of the file %1:\n")
+    QString text = Text("Действующие значения того, что задано в файле %1:\n",
+                        "What is in effect of the settings in the file %1:\n")
                        .with(diagnosis.configFile)
                        .in(language);
     for (const auto &setting : diagnosis.settings) {
-        if (setting.isFromFile())
-            text += QStringLiteral("    %1 = %2\n")
-                        .arg(setting.key, toJson(setting)[u"value"].toVariant().toString());
+        if (!setting.isFromFile())
+            continue;
+        const auto json = toJson(setting);
+        text += QStringLiteral("    %1 = %2\n")
+                    .arg(json[u"key"].toString(), json[u"value"].toVariant().toString());
     }
     return text + u'\n';
 }

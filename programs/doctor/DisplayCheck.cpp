@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 
 const auto check = QStringLiteral("display");
 constexpr std::chrono::seconds maxWait = 5s;
+constexpr int firstError = 400; // of HTTP statuses
 
 QString shown(Milliseconds time)
 {
@@ -74,7 +75,7 @@ Finding checkAnswer(const QUrl &server, const HttpAnswer &answer, std::chrono::s
     const auto time = shown(answer.firstByteTime);
     if (answer.firstByteTime > Milliseconds(timeout) / 2)
         return warning(check,
-                       Text("Дисплей %1 отвечает медленно: %2 мс, а ждут его %3 с.",
+                       Text("Дисплей %1 отвечает медленно: %2 мс, а касса ждёт не дольше %3 с.",
                             "The display %1 answers slowly: after %2 ms of the %3 s that are "
                             "waited for it.")
                            .with(place, time, qint64{timeout.count()}),
@@ -82,6 +83,17 @@ Finding checkAnswer(const QUrl &server, const HttpAnswer &answer, std::chrono::s
                         "ViewConnector:timeout.",
                         "Check the load of the display's machine and the network, or raise "
                         "ViewConnector:timeout."},
+                       details);
+    if (answer.status >= firstError)
+        return warning(check,
+                       Text("По адресу дисплея %1 кто-то отвечает, но, может быть, это не дисплей: "
+                            "HTTP %2.",
+                            "Somebody answers at the display's address %1, but it may be no "
+                            "display: HTTP %2.")
+                           .with(place, answer.status),
+                       {"Проверьте адрес и порт в ViewConnector:server; чей это порт: ss -ltnp",
+                        "Check address and port in ViewConnector:server; whose port it is: "
+                        "ss -ltnp"},
                        details);
     return ok(check,
               Text("Дисплей %1 отвечает: соединение %2 мс, ответ HTTP %3 через %4 мс.",

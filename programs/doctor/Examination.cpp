@@ -8,6 +8,7 @@
 #include <doctor/PicturesCheck.h>
 #include <doctor/PluginCheck.h>
 #include <doctor/PortCheck.h>
+#include <doctor/Redaction.h>
 #include <doctor/SettingsCheck.h>
 #include <doctor/TimetableCheck.h>
 
@@ -72,7 +73,7 @@ std::optional<Diagnosis> examine(const DoctorOptions &options, const std::functi
         {"settings", [&] { return checkSettings(diagnosis.settings, known, keysOf(config)); }},
         {"port",
          [&] {
-             return checkPort({setting("HttpServer:address").toString(),
+             return checkPort({redactedText(setting("HttpServer:address").toString()),
                                setting("ViewConnector:port").toInt(),
                                fileNameOf(options.pluginFile), displayServer(server)});
          }},

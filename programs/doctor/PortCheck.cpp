@@ -120,7 +120,7 @@ Finding takenPort(const PluginPort &plugin, const QHostAddress &address, const P
 /// About a port that is free or the plug-in's, on an address that exists.
 Findings checkReach(const PluginPort &plugin, const QHostAddress &address)
 {
-    if (!address.isLoopback() || isThisMachine(plugin.display))
+    if (!address.isLoopback() || plugin.display.host().isEmpty() || isThisMachine(plugin.display))
         return {};
     return {warning(check,
                     Text("Дисплей на другом компьютере (%1), а плагин слушает только на %2: "

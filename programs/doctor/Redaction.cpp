@@ -14,7 +14,7 @@ const auto mark = QStringLiteral("…");
 // all the same.
 QString redactedUrl(const QString &text)
 {
-    static const QRegularExpression queryStart(QStringLiteral("[?#]"));
+    static const QRegularExpression queryStart(QStringLiteral("[?#;]"));
     const auto query = text.indexOf(queryStart);
     QString place = query < 0 ? text : text.left(query);
     const auto scheme = place.indexOf(QStringLiteral("//"));
@@ -25,9 +25,10 @@ QString redactedUrl(const QString &text)
     return query < 0 ? place : place + mark;
 }
 
+// A setting that lacks its scheme, or has a wrong one, holds an address all the same.
 QString redactedText(const QString &text)
 {
-    return text.contains(QStringLiteral("//")) || text.contains(u'@') ? redactedUrl(text) : text;
+    return redactedUrl(text);
 }
 
 } // namespace doctor

@@ -1,6 +1,7 @@
 #include <doctor/SettingsCheck.h>
 
 #include <doctor/NearestKey.h>
+#include <doctor/Redaction.h>
 
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -106,11 +107,14 @@ Findings checkValue(const SettingInEffect &setting)
 QString asInFile(const QString &key)
 {
     const auto colon = key.indexOf(u':');
+    if (colon == 0)
+        return key.mid(1); // stands before the first table
     return QStringLiteral("[%1] %2").arg(key.left(colon), key.mid(colon + 1));
 }
 
-Finding unknownKey(const QString &key, const QStringList &rightKeys)
+Finding unknownKey(const QString &fileKey, const QStringList &rightKeys)
 {
+    const auto key = redactedText(fileKey);
     QJsonObject details{{QStringLiteral("key"), key},
                         {QStringLiteral("problem"), QStringLiteral("unknown")}};
     const auto message =

@@ -72,11 +72,12 @@ QList<SettingInEffect> settingsInEffect(const QList<KnownSetting> &known, const 
 QJsonObject toJson(const SettingInEffect &setting)
 {
     auto value = QJsonValue::fromVariant(setting.value);
+    const bool isUnknown = setting.known.key == u"View.QmlStyle:*"; // may be anything
     if (value.isString())
-        value = redactedText(value.toString());
+        value = isUnknown ? QStringLiteral("…") : redactedText(value.toString());
     else if (value.isArray() || value.isObject()) // a setting has neither
         value = QJsonValue();
-    return {{QStringLiteral("key"), setting.key},
+    return {{QStringLiteral("key"), redactedText(setting.key)},
             {QStringLiteral("value"), value},
             {QStringLiteral("source"),
              setting.isFromFile() ? QStringLiteral("file") : QStringLiteral("default")}};

@@ -38,7 +38,7 @@ QList<Advertisement> readTimetable(const Config &config)
     QList<Advertisement> timetable;
     const auto groups = config.childGroups(prefix + u'*', false);
     for (const auto &group : groups)
-        timetable.append({group.mid(prefix.size()),
+        timetable.append({redactedText(group.mid(prefix.size())),
                           config.intValue(group + QStringLiteral(":index"), 0),
                           config.stringValue(group + QStringLiteral(":url")),
                           config.intValue(group + QStringLiteral(":time"), defaultSeconds)});

@@ -7,8 +7,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -96,4 +99,23 @@ TEST(TomlFile, Says_the_column_too)
     const TomlText text;
     const auto name = text.file("key = 1 2\n");
     EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:9: "));
+}
+
+TEST(TomlFile, That_is_no_file_is_named_and_not_waited_for)
+{
+    const QTemporaryDir folder;
+    const auto pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(qPrintable(pipe), 0600), 0);
+    for (const auto &name : {pipe, folder.path(), QString("/dev/zero")})
+        EXPECT_EQ(errorOf(name), name.toStdString() + ": cannot be read: it is no file");
+}
+
+TEST(TomlFile, That_is_too_large_is_named_and_not_read)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("large.toml"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(16'777'217));
+    EXPECT_EQ(errorOf(file.fileName()),
+              file.fileName().toStdString() + ": cannot be read: it is larger than 16777216 bytes");
 }

@@ -51,6 +51,14 @@ TEST_F(Bundle, Is_refused_where_it_cannot_be_written)
         EXPECT_THROW(writeBundle(name, {{"a.txt", ""}}), UsageError) << name.toStdString();
 }
 
+TEST_F(Bundle, Takes_the_place_of_no_file)
+{
+    QFile settings(folder.filePath("shop.toml"));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    EXPECT_THROW(writeBundle(settings.fileName(), {{"a", "b"}}), UsageError);
+    EXPECT_EQ(settings.size(), 0);
+}
+
 TEST_F(Bundle, Holds_report_settings_versions_and_ports)
 {
     Diagnosis diagnosis{"shop.toml", QDateTime::currentDateTime(), {}, {}};

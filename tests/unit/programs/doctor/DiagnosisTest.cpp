@@ -28,15 +28,16 @@ Diagnosis sample()
 
 TEST(Diagnosis, Is_a_text_with_marks_remedies_and_a_summary)
 {
-    EXPECT_EQ(toText(sample(), Language::English), "Settings of the file shop.toml:\n"
-                                                   "    ViewConnector:port = 5\n"
-                                                   "\n"
-                                                   "✓ The port is free.\n"
-                                                   "✗ There is no display.\n"
-                                                   "    → Start it.\n"
-                                                   "\n"
-                                                   "Summary: 1 failed, 0 warnings, 1 ok, 0 "
-                                                   "skipped.\n");
+    EXPECT_EQ(toText(sample(), Language::English),
+              "What is in effect of the settings in the file shop.toml:\n"
+              "    ViewConnector:port = 5\n"
+              "\n"
+              "✓ The port is free.\n"
+              "✗ There is no display.\n"
+              "    → Start it.\n"
+              "\n"
+              "Summary: 1 failed, 0 warnings, 1 ok, 0 "
+              "skipped.\n");
     EXPECT_TRUE(
         toText(sample(), Language::Russian)
             .endsWith("✗ Дисплея нет.\n    → Включите.\n\nИтог: ошибок 1, предупреждений 0, "

@@ -44,10 +44,21 @@ TEST_F(DisplayCheck, Tells_how_fast_a_display_answers_and_posts_nothing)
     EXPECT_EQ(server.requests().front().path, "/");
 }
 
-TEST_F(DisplayCheck, Takes_any_answer_of_http_for_a_display)
+TEST_F(DisplayCheck, Takes_an_answer_without_an_error_for_a_display)
 {
-    server.answer(ScriptedAnswer::status(500));
+    server.answer(ScriptedAnswer::status(302));
     EXPECT_EQ(statuses(check().findings), QStringList{"ok"});
+}
+
+TEST_F(DisplayCheck, Doubts_that_an_answer_with_an_error_is_of_a_display)
+{
+    for (const int status : {400, 404, 500}) {
+        server.answer(ScriptedAnswer::status(status));
+        const auto findings = check().findings;
+        EXPECT_EQ(statuses(findings), QStringList{"warning"}) << status;
+        expectComplete(findings[0].message);
+        expectComplete(findings[0].remedy);
+    }
 }
 
 TEST_F(DisplayCheck, Fails_a_display_that_is_down_and_tells_what_to_do)

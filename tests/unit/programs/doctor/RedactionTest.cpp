@@ -29,9 +29,18 @@ TEST(Redaction, Takes_them_out_of_an_address_that_is_not_quite_right)
         EXPECT_FALSE(redactedUrl(text).contains("pw")) << redactedUrl(text).toStdString();
 }
 
+TEST(Redaction, Takes_them_out_of_an_address_without_or_with_a_wrong_scheme)
+{
+    for (const auto *text :
+         {"display.local:39001/?token=pw", "ads.example/subscribe?key=pw", "http:/h/x.png?key=pw",
+          "ads:127.0.0.1?stream=1&key=pw", "cdn.example/l.png?sig=pw", "user:pw@1.2.3.4",
+          "http:user:pw@127.0.0.1:39003/subscribe;key=pw"})
+        EXPECT_FALSE(redactedText(text).contains("pw")) << redactedText(text).toStdString();
+}
+
 TEST(Redaction, Of_another_text_is_none)
 {
-    const QString label("Скидка %(position.disc_perc[.2f])% ?");
+    const QString label("Скидка %(position.disc_perc[.2f])%");
     EXPECT_EQ(redactedText(label), label);
     EXPECT_EQ(redactedText("/pictures/logo.svg"), "/pictures/logo.svg");
     EXPECT_EQ(redactedText("http://host/logo?key=pw"), "http://host/logo…");
