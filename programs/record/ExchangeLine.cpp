@@ -2,6 +2,7 @@
 
 #include <common/JsonLine.h>
 #include <common/MessageTypes.h>
+#include <record/Masking.h>
 #include <record/Redaction.h>
 
 #include <QJsonArray>
@@ -27,12 +28,8 @@ std::optional<QString> textOf(const QByteArray &content)
     return decoder.hasError() ? std::nullopt : std::optional(text);
 }
 
-QString textIf(bool redacts, const QString &text)
-{
-    return redacts ? Redaction::text(text) : text;
-}
-
 /// A body under `key` if it is JSON, otherwise under a key that says what it is; none if empty.
+/// In a text without structure nothing says which words are personal: only its shape is kept.
 QList<JsonField> bodyFields(const QString &key, const QByteArray &content, bool redacts)
 {
     if (content.isEmpty())
@@ -43,7 +40,7 @@ QList<JsonField> bodyFields(const QString &key, const QByteArray &content, bool 
         return {{key, redacts ? Redaction::value(value) : value}};
     }
     if (const auto text = textOf(content))
-        return {{key + QStringLiteral("Text"), textIf(redacts, *text)}};
+        return {{key + QStringLiteral("Text"), redacts ? masked(*text) : *text}};
     if (redacts)
         return {{key + QStringLiteral("Bytes"), content.size()}};
     return {{key + QStringLiteral("Base64"), QString::fromLatin1(content.toBase64())}};
@@ -70,6 +67,7 @@ QByteArray exchangeLine(const LinePlace &place, const Exchange &exchange, bool r
     fields.append({QStringLiteral("took"), rounded(exchange.durationMs)});
     fields.append(bodyFields(QStringLiteral("answer"), exchange.answerBody, redacts));
     if (!exchange.error.isEmpty())
-        fields.append({QStringLiteral("error"), textIf(redacts, exchange.error)});
+        fields.append(
+            {QStringLiteral("error"), redacts ? Redaction::text(exchange.error) : exchange.error});
     return jsonLine(fields);
 }

@@ -13,6 +13,6 @@ struct LinePlace
 };
 
 /// The line of a recording that tells an exchange; docs/recorder.md describes its keys. Unless
-/// `redacts` is false, what could identify somebody is replaced, and a body that is no text is left
-/// out.
+/// `redacts` is false, what could identify somebody is replaced: of a body that is no JSON the
+/// shape of its text is left, and of one that is no text its size.
 QByteArray exchangeLine(const LinePlace &place, const Exchange &exchange, bool redacts);
