@@ -5,11 +5,17 @@
 
 #include <QTimer>
 
+#include <algorithm>
+#include <chrono>
+
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr auto reportInterval = 1s;
+/// From an advertisement to its result at the least: the plug-in must have heard the answer to it
+/// by then, with which the next one would go otherwise.
+constexpr auto answerTime = 250ms;
 
 QJsonObject resultOf(bool shown)
 {
@@ -31,6 +37,7 @@ void Advertising::play(const QJsonObject &ad)
     ++m_played;
     m_result.reset();
     m_address = ad[u"url"].toString();
+    m_sinceArrival.start();
     m_player.play(ad);
 }
 
@@ -58,7 +65,8 @@ void Advertising::finish(bool shown)
                shown ? QStringLiteral("shown: %1").arg(m_address)
                      : QStringLiteral("%1: %2").arg(m_player.reason(), m_address));
     m_result = shown;
-    report(m_played);
+    const auto wait = answerTime - std::chrono::milliseconds(m_sinceArrival.elapsed());
+    QTimer::singleShot(std::max(wait, 0ms), this, [this, number = m_played] { report(number); });
 }
 
 /// Until the plug-in takes it, or nobody waits for it any more.

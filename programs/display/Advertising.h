@@ -2,6 +2,7 @@
 
 #include <display/AdPlayer.h>
 
+#include <QElapsedTimer>
 #include <QJsonObject>
 #include <QObject>
 
@@ -11,9 +12,9 @@ class PluginLink;
 
 /**
  * The display's advertising: plays what the register shows and reports each result, which makes the
- * register show the next one. A result that does not reach the plug-in is sent again every second,
- * until it does or another advertisement comes. One that arrived although its answer was lost is
- * then reported twice.
+ * register show the next one; not at once, even if it failed at once. A result that does not reach
+ * the plug-in is sent again every second, until it does or another advertisement comes. One that
+ * arrived although its answer was lost is then reported twice.
  *
  * Owner: the display. Thread: the main thread. Errors: an advertisement that cannot be played is
  * reported as such. Shut-down: the destructor drops what is being played; nothing is reported then.
@@ -54,6 +55,7 @@ private:
     PluginLink &m_link;
     AdPlayer m_player;
     QString m_address; // of the one being played
+    QElapsedTimer m_sinceArrival;
     int m_played = 0;
     std::optional<bool> m_result; // of the one being played, once it is known
     int m_shown = 0;

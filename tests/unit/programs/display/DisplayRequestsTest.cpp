@@ -11,6 +11,7 @@
 #include <support/ScriptedServer.h>
 #include <support/Wait.h>
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 
 #include <gtest/gtest.h>
@@ -96,6 +97,17 @@ TEST_F(DisplayRequests, An_advertisement_is_answered_with_its_result)
     const auto request = support::json(plugin.requests().constFirst().body);
     EXPECT_EQ(request, support::json(R"({"type":"result","name":"adResult","value":false})"));
     support::expectKeepsToContract("adResult", request);
+}
+
+TEST_F(DisplayRequests, A_result_leaves_the_plugin_time_to_hear_the_answer_to_the_advertisement)
+{
+    QElapsedTimer sinceAnswer;
+    support::outputOf(stdout, [&] {
+        post("/showAD", R"({"url":"","time":1})");
+        sinceAnswer.start();
+        ASSERT_TRUE(waitForRequests(1));
+    });
+    EXPECT_GE(sinceAnswer.elapsed(), 100) << "otherwise the next one goes with that answer";
 }
 
 TEST_F(DisplayRequests, The_summary_tells_how_they_fared)
