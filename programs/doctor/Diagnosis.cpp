@@ -34,20 +34,29 @@ QString markOf(Status status)
     return {};
 }
 
-QString settingsText(const Diagnosis &diagnosis, Language language)
+/// Those that the file sets, or those that it does not.
+QString settingsOf(const Diagnosis &diagnosis, bool fromFile)
 {
-    QString text = Text("Действующие значения того, что задано в файле %1:\n",
-                        "What is in effect of the settings in the file %1:\n")
-                       .with(diagnosis.configFile)
-                       .in(language);
+    QString text;
     for (const auto &setting : diagnosis.settings) {
-        if (!setting.isFromFile())
+        if (setting.isFromFile() != fromFile)
             continue;
         const auto json = toJson(setting);
         text += QStringLiteral("    %1 = %2\n")
                     .arg(json[u"key"].toString(), json[u"value"].toVariant().toString());
     }
-    return text + u'\n';
+    return text;
+}
+
+/// What there is most of comes first: on a screen the findings are in view.
+QString settingsText(const Diagnosis &diagnosis, Language language)
+{
+    const Text ofDefaults("Настройки по умолчанию:\n", "Settings by default:\n");
+    const auto ofFile = Text("Действующие значения того, что задано в файле %1:\n",
+                             "What is in effect of the settings in the file %1:\n")
+                            .with(diagnosis.configFile);
+    return ofDefaults.in(language) + settingsOf(diagnosis, false) + u'\n' + ofFile.in(language) +
+           settingsOf(diagnosis, true) + u'\n';
 }
 
 Text summaryOf(const Findings &findings)

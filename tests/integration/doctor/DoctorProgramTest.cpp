@@ -106,7 +106,9 @@ TEST_F(DoctorProgram, Speaks_the_language_of_the_settings_or_that_which_is_asked
 {
     EXPECT_TRUE(hasCyrillic(print(1)));
     const auto english = print(1, {"--language", "en"});
-    EXPECT_FALSE(hasCyrillic(english)) << english.toStdString();
+    // A label of the receipt is in Russian by default, whatever the doctor speaks.
+    const auto label = QStringLiteral("positionDiscountLabelMask = Скидка");
+    EXPECT_FALSE(hasCyrillic(QString(english).remove(label))) << english.toStdString();
     const auto russian = print(1, {"--language", "ru"});
     EXPECT_EQ(russian.count('\n'), english.count('\n')) << "each finding is there in both";
     EXPECT_TRUE(english.trimmed().split('\n').last().startsWith("Summary: "));

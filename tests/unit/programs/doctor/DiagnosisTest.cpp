@@ -29,6 +29,9 @@ Diagnosis sample()
 TEST(Diagnosis, Is_a_text_with_marks_remedies_and_a_summary)
 {
     EXPECT_EQ(toText(sample(), Language::English),
+              "Settings by default:\n"
+              "    HttpServer:guard = false\n"
+              "\n"
               "What is in effect of the settings in the file shop.toml:\n"
               "    ViewConnector:port = 5\n"
               "\n"
