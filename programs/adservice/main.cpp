@@ -3,7 +3,7 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
-#include <common/UsageError.h>
+#include <common/RunProgram.h>
 
 #include <QCoreApplication>
 
@@ -12,7 +12,7 @@
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("adservice", []() -> int {
         const auto options = AdServiceOptions::parse(QCoreApplication::arguments());
         if (!options)
             return Fine;
@@ -32,8 +32,5 @@ int main(int argc, char **argv)
         const QuitOnSignal signal;
         QObject::connect(&signal, &QuitOnSignal::quitRequested, &QCoreApplication::quit);
         return QCoreApplication::exec();
-    } catch (const UsageError &error) {
-        std::fprintf(stderr, "adservice: %s\n", error.what());
-        return Unusable;
-    }
+    });
 }

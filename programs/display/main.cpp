@@ -1,7 +1,7 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
-#include <common/UsageError.h>
+#include <common/RunProgram.h>
 #include <display/Display.h>
 #include <display/DisplayOptions.h>
 
@@ -12,7 +12,7 @@
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("display", []() -> int {
         const auto options = DisplayOptions::parse(QCoreApplication::arguments());
         if (!options)
             return Fine;
@@ -39,8 +39,5 @@ int main(int argc, char **argv)
         display.printSummary();
         display.writeReport();
         return display.hasPassed() ? result : Failed;
-    } catch (const UsageError &error) {
-        std::fprintf(stderr, "display: %s\n", error.what());
-        return Unusable;
-    }
+    });
 }

@@ -2,12 +2,11 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
-#include <common/UsageError.h>
+#include <common/RunProgram.h>
 #include <doctor/Bundle.h>
 #include <doctor/Examination.h>
 
 #include <Config.h>
-#include <ConfigError.h>
 #include <Singleton.h>
 #include <Tr.h>
 
@@ -59,27 +58,17 @@ int runDoctor(const doctor::DoctorOptions &options)
     return doctor::hasFailed(diagnosis->findings) ? Failed : Fine;
 }
 
-int refuse(const std::exception &error)
-{
-    std::fprintf(stderr, "viewconnector-doctor: %s\n", error.what());
-    return Unusable;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("viewconnector-doctor", []() -> int {
         const auto options =
             doctor::DoctorOptions::parse(QCoreApplication::arguments(), defaultPluginFile());
         if (!options)
             return Fine;
         logToStandardError(options->debug);
         return runDoctor(*options);
-    } catch (const UsageError &error) {
-        return refuse(error);
-    } catch (const ConfigError &error) {
-        return refuse(error);
-    }
+    });
 }

@@ -1,7 +1,7 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
-#include <common/UsageError.h>
+#include <common/RunProgram.h>
 #include <record/RecordOptions.h>
 #include <record/WireRecorder.h>
 
@@ -21,7 +21,7 @@ void tell(const QString &text)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("viewconnector-record", []() -> int {
         const auto options = RecordOptions::parse(QCoreApplication::arguments());
         if (!options)
             return Fine;
@@ -52,8 +52,5 @@ int main(int argc, char **argv)
                  .arg(recorder.messages())
                  .arg(recorder.requests()));
         return recorder.isComplete() ? result : Failed;
-    } catch (const UsageError &error) {
-        tell(QString::fromUtf8(error.what()));
-        return Unusable;
-    }
+    });
 }

@@ -2,7 +2,7 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
-#include <common/UsageError.h>
+#include <common/RunProgram.h>
 #include <register/Cashier.h>
 #include <register/CashierCommands.h>
 #include <register/CashierPage.h>
@@ -17,7 +17,6 @@
 #include <register/check/RunCheck.h>
 
 #include <Config.h>
-#include <ConfigError.h>
 #include <ImageDao.h>
 #include <PluginLoader.h>
 #include <Singleton.h>
@@ -105,29 +104,17 @@ int runRegister(const RegisterOptions &options)
     return runner.hasFailed() ? Failed : Fine;
 }
 
-int refuse(const std::exception &error)
-{
-    std::fprintf(stderr, "register: %s\n", error.what());
-    return Unusable;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("register", []() -> int {
         const auto options =
             RegisterOptions::parse(QCoreApplication::arguments(), defaultPluginFile());
         if (!options)
             return Fine;
         logToStandardError(options->debug);
         return options->check.isEmpty() ? runRegister(*options) : runCheck(*options);
-    } catch (const UsageError &error) {
-        return refuse(error);
-    } catch (const ConfigError &error) {
-        return refuse(error);
-    } catch (const PluginError &error) {
-        return refuse(error);
-    }
+    });
 }

@@ -1,18 +1,17 @@
 #include <common/ExitCode.h>
 #include <common/Logging.h>
 #include <common/QuitOnSignal.h>
+#include <common/RunProgram.h>
 #include <common/UsageError.h>
 #include <replay/Replay.h>
 #include <replay/ReplayOptions.h>
 
 #include <QCoreApplication>
 
-#include <cstdio>
-
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("viewconnector-replay", [&application]() -> int {
         const auto options = ReplayOptions::parse(QCoreApplication::arguments());
         if (!options)
             return Fine;
@@ -29,8 +28,5 @@ int main(int argc, char **argv)
         if (!replay.error().isEmpty())
             throw UsageError(replay.error());
         return replay.hasSucceeded() ? Fine : Failed;
-    } catch (const UsageError &error) {
-        std::fprintf(stderr, "viewconnector-replay: %s\n", error.what());
-        return Unusable;
-    }
+    });
 }

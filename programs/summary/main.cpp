@@ -1,5 +1,6 @@
 #include <common/CommandLine.h>
 #include <common/ExitCode.h>
+#include <common/RunProgram.h>
 #include <common/UsageError.h>
 #include <summary/Summary.h>
 
@@ -54,7 +55,7 @@ QList<QJsonObject> readRecord(const CommandLine &line, const QString &option)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    try {
+    return runProgram("shop-summary", []() -> int {
         CommandLine line(QStringLiteral("Tells what became of a shop's messages. Fails unless the "
                                         "display's last receipt is the register's."));
         const auto reportOption = QStringLiteral("report");
@@ -70,8 +71,5 @@ int main(int argc, char **argv)
         const Summary summary = summarise(report, readRecord(line, recordOption));
         std::fputs(summary.toText().toUtf8().constData(), stdout);
         return summary.receiptsEqual ? Fine : Failed;
-    } catch (const UsageError &error) {
-        std::fprintf(stderr, "shop-summary: %s\n", error.what());
-        return Unusable;
-    }
+    });
 }
