@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <curl/curl.h>
+
+#include <memory>
+#include <string>
+
+namespace bench {
+
+/// libcurl as its manual shows it: one kept handle, `curl_easy_perform` for each post. Blocks the
+/// caller. Throws std::runtime_error unless the answer is 200.
+class CurlPost
+{
+public:
+    explicit CurlPost(const std::string &url);
+
+    void operator()(const QByteArray &body);
+
+private:
+    struct Cleanup
+    {
+        void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
+        void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+    };
+    std::unique_ptr<curl_slist, Cleanup> m_fields;
+    std::unique_ptr<CURL, Cleanup> m_handle;
+};
+
+} // namespace bench

@@ -1,0 +1,43 @@
+#include <support/PluginHost.h>
+
+#include <BasicPlugin.h>
+#include <Config.h>
+#include <DocumentWatcher.h>
+#include <Singleton.h>
+
+namespace bench {
+
+namespace {
+
+constexpr control::Action receiptChanged{EContext::Sale, control::ReceiptChanged};
+
+} // namespace
+
+PluginHost::PluginHost(const std::string &displayUrl, std::chrono::milliseconds interval)
+    : m_loader(QStringLiteral(VIEWCONNECTOR_PLUGIN))
+{
+    auto &config = Singleton<Config>::instance();
+    config.setValue(QStringLiteral("ViewConnector:server"), QString::fromStdString(displayUrl));
+    config.setValue(QStringLiteral("ViewConnector:interval"), static_cast<int>(interval.count()));
+    config.setValue(QStringLiteral("ViewConnector:port"), 0);
+    m_runner.addPlugin(m_loader.plugin());
+    m_loader.plugin()->init();
+}
+
+PluginHost::~PluginHost()
+{
+    m_loader.plugin()->deinit();
+    m_runner.removePlugin(m_loader.plugin());
+}
+
+void PluginHost::setDocument(const QSharedPointer<AbstractDocument> &document)
+{
+    m_loader.documentWatcher()->setDocument(document);
+}
+
+void PluginHost::reportChange() const
+{
+    m_runner.run(receiptChanged);
+}
+
+} // namespace bench
