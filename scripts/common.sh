@@ -12,7 +12,7 @@ package_packages=(dpkg-dev file help2man)
 # What the tests need besides.
 test_packages=(
     libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography
-    chromium fonts-dejavu-core zbar-tools
+    chromium fonts-dejavu-core zbar-tools valgrind
     lintian mmdebstrap "${package_packages[@]}"
 )
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
