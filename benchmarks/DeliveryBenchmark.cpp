@@ -73,58 +73,98 @@ void aThreadsWakeUp(benchmark::State &state)
     signal.release();
 }
 
-void receiptRaw(benchmark::State &state)
+/// What is sent, made anew for each post, as a change makes it.
+class Receipt4Kb
+{
+public:
+    QVariantMap next()
+    {
+        bench::change(*m_receipt);
+        return bench::payloadOf(*m_receipt);
+    }
+    void changeIn(const bench::PluginHost &host)
+    {
+        bench::change(*m_receipt);
+        host.reportChange();
+    }
+    void openIn(bench::PluginHost &host) const { host.setDocument(m_receipt); }
+
+private:
+    QSharedPointer<Receipt> m_receipt = bench::receiptOf(bench::positionsOf4Kb);
+};
+
+class Picture200Kb
+{
+public:
+    QVariantMap next() const { return m_picture; }
+    void changeIn(const bench::PluginHost &host) const
+    {
+        host.queue({view::Message::Type::ImageData, m_picture});
+    }
+    void openIn(const bench::PluginHost &host) const { changeIn(host); }
+
+private:
+    QVariantMap m_picture = bench::pictureOf(200'000);
+};
+
+template <class Content>
+void raw(benchmark::State &state)
 {
     const bench::Sink sink;
-    const auto receipt = bench::receiptOf(bench::positionsOf4Kb);
-    const bench::RawPost post(sink.port(), "/updateDocument", json(bench::payloadOf(*receipt)));
+    const bench::RawPost post(sink.port(), "/", json(Content().next()));
     measureArrivals(state, sink, [&] { post(); });
 }
 
-void receiptCurl(benchmark::State &state)
+template <class Content>
+void curl(benchmark::State &state)
 {
     const bench::Sink sink;
-    const auto receipt = bench::receiptOf(bench::positionsOf4Kb);
-    bench::CurlPost post(sink.url() + "/updateDocument");
-    measureArrivals(state, sink, [&] {
-        bench::change(*receipt);
-        post(json(bench::payloadOf(*receipt)));
-    });
+    Content content;
+    bench::CurlPost post(sink.url());
+    measureArrivals(state, sink, [&] { post(json(content.next())); });
 }
 
-void receiptNaiveQt(benchmark::State &state)
+template <class Content>
+void naiveQt(benchmark::State &state)
 {
     const bench::Sink sink;
-    const auto receipt = bench::receiptOf(bench::positionsOf4Kb);
-    bench::NaiveQt naive(QString::fromStdString(sink.url() + "/updateDocument"));
+    Content content;
+    bench::NaiveQt naive(QString::fromStdString(sink.url()));
     measureArrivals(
-        state, sink,
-        [&] {
-            bench::change(*receipt);
-            naive.post(bench::payloadOf(*receipt));
-        },
-        [&] { naive.waitForAnswers(); });
+        state, sink, [&] { naive.post(content.next()); }, [&] { naive.waitForAnswers(); });
 }
 
-void receiptPlugin(benchmark::State &state)
+template <class Content>
+void plugin(benchmark::State &state)
 {
     const bench::Sink sink;
-    const auto receipt = bench::receiptOf(bench::positionsOf4Kb);
+    Content content;
     bench::PluginHost host(sink.url());
     sink.waitForArrivals(1); // the configuration
-    std::this_thread::sleep_for(quiet);
-    host.setDocument(receipt);
+    content.openIn(host);
     sink.waitForArrivals(2);
-    measureArrivals(state, sink, [&] {
-        bench::change(*receipt);
-        host.reportChange();
-    });
+    measureArrivals(state, sink, [&] { content.changeIn(host); });
 }
 
-} // namespace
+void add(const std::string &name, void (*contender)(benchmark::State &))
+{
+    benchmark::RegisterBenchmark(name.c_str(), contender)->UseManualTime()->Iterations(samples);
+}
 
-BENCHMARK(aThreadsWakeUp)->UseManualTime()->Iterations(samples)->Name("wake-up of a thread");
-BENCHMARK(receiptRaw)->UseManualTime()->Iterations(samples)->Name("receipt/raw");
-BENCHMARK(receiptCurl)->UseManualTime()->Iterations(samples)->Name("receipt/curl");
-BENCHMARK(receiptNaiveQt)->UseManualTime()->Iterations(samples)->Name("receipt/naive Qt");
-BENCHMARK(receiptPlugin)->UseManualTime()->Iterations(samples)->Name("receipt/plug-in");
+template <class Content>
+bool addContenders(const std::string &content)
+{
+    add(content + "/raw", raw<Content>);
+    add(content + "/curl", curl<Content>);
+    add(content + "/naive Qt", naiveQt<Content>);
+    add(content + "/plug-in", plugin<Content>);
+    return true;
+}
+
+[[maybe_unused]] const bool added = [] {
+    add("wake-up of a thread", aThreadsWakeUp);
+    return addContenders<Receipt4Kb>("receipt of 4 KB") &&
+           addContenders<Picture200Kb>("picture of 200 KB");
+}();
+
+} // namespace

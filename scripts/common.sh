@@ -12,9 +12,11 @@ package_packages=(dpkg-dev file help2man)
 # What the tests need besides.
 test_packages=(
     libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography
-    chromium fonts-dejavu-core zbar-tools valgrind
+    libbenchmark-dev chromium fonts-dejavu-core zbar-tools valgrind
     lintian mmdebstrap "${package_packages[@]}"
 )
+# What the benchmarks need, and the plots of them.
+benchmark_packages=(libbenchmark-dev valgrind nginx-light gnuplot-nox python3)
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
 { command -v node && command -v npm; } >/dev/null || test_packages+=(nodejs npm)
 

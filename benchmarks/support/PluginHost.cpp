@@ -4,6 +4,7 @@
 #include <Config.h>
 #include <DocumentWatcher.h>
 #include <Singleton.h>
+#include <plugin/ViewConnector.h>
 
 namespace bench {
 
@@ -38,6 +39,11 @@ void PluginHost::setDocument(const QSharedPointer<AbstractDocument> &document)
 void PluginHost::reportChange() const
 {
     m_runner.run(receiptChanged);
+}
+
+void PluginHost::queue(const view::Message &message) const
+{
+    static_cast<ViewConnector *>(m_loader.object())->addMessage(message);
 }
 
 } // namespace bench

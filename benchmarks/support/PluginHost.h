@@ -3,6 +3,7 @@
 #include <AbstractDocument.h>
 #include <ActionRunner.h>
 #include <PluginLoader.h>
+#include <view/Message.h>
 
 #include <QSharedPointer>
 
@@ -30,8 +31,8 @@ public:
     void setDocument(const QSharedPointer<AbstractDocument> &document);
     /// What the register does after each change of the receipt.
     void reportChange() const;
-    /// The plug-in object.
-    QObject *object() const { return m_loader.object(); }
+    /// Queues a message past what would ask for it.
+    void queue(const view::Message &message) const;
 
 private:
     PluginLoader m_loader;

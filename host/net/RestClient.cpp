@@ -84,6 +84,8 @@ private:
 
     QString failureText(CURLcode code, long status) const;
 
+    Headers m_headers;
+    CurlList m_fields; // m_headers as libcurl wants them
     CurlHandle m_handle;
     int m_requests = 0; // sent for the post under way
     std::size_t m_headerBytes = 0;
@@ -121,16 +123,18 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
 
     CURL *handle = m_handle.get();
     const QByteArray address = url.toEncoded();
-    const CurlList fields = toCurlList(headers);
+    if (!m_fields || headers != m_headers) { // the same ones, post after post
+        m_fields = toCurlList(headers);
+        m_headers = headers;
+    }
     const auto deadline = std::chrono::milliseconds(timeout).count();
     curl_easy_setopt(handle, CURLOPT_URL, address.constData());
-    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, fields.get());
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, m_fields.get());
     curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, body.constData());
     curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(deadline));
 
     const CURLcode code = curl_easy_perform(handle);
-    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, nullptr);
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
 
     long status = 0;
