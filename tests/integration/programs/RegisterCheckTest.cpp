@@ -48,16 +48,20 @@ int freePort()
     return probe.serverPort();
 }
 
-/// Reports an advertisement as shown, some milliseconds later.
-void reportShown(int requestPort)
+/// Reports that the advertisement was shown, again and again: whenever the register may send, the
+/// next advertisement waits.
+void reportShown(int requestPort, const std::stop_token &stop)
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
     QTcpSocket socket;
     socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(requestPort));
     socket.waitForConnected();
-    socket.write(
-        support::RawClient::request("/", R"({"type":"result","name":"adResult","value":true})"));
-    socket.waitForReadyRead();
+    const auto report =
+        support::RawClient::request("/", R"({"type":"result","name":"adResult","value":true})");
+    while (!stop.stop_requested() && socket.state() == QTcpSocket::ConnectedState) {
+        socket.write(report);
+        socket.waitForReadyRead();
+        socket.readAll();
+    }
 }
 
 } // namespace
@@ -124,12 +128,13 @@ TEST_F(RegisterCheck, Fails_a_display_that_lets_other_messages_starve)
 {
     const int requestPort = freePort();
     std::mutex mutex;
-    std::vector<std::jthread> reports;
+    std::jthread reports;
     support::ScriptedServer display;
     display.answerBy([&, requestPort](const support::ScriptedServer::Request &request) {
         const std::lock_guard lock(mutex);
-        if (request.path == "/showAD") // is reported as soon as it is answered
-            reports.emplace_back([requestPort] { reportShown(requestPort); });
+        if (request.path == "/showAD" && !reports.joinable())
+            reports =
+                std::jthread([=](const std::stop_token &stop) { reportShown(requestPort, stop); });
         return support::ScriptedAnswer::ok();
     });
     const auto checking = check(display.url(), requestPort);
@@ -138,6 +143,10 @@ TEST_F(RegisterCheck, Fails_a_display_that_lets_other_messages_starve)
                     .value(0)
                     .startsWith("failed: an advertisement for 1 s was reported as shown after "))
         << messagesOf("adResult").value(0).toStdString();
+    const auto requests = display.requests();
+    EXPECT_LT(std::count_if(requests.begin(), requests.end(),
+                            [](const auto &request) { return request.path == "/showAD"; }),
+              100); // it is not watched until the patience for a step ends
 }
 
 TEST_F(RegisterCheck, Ends_at_once_where_nobody_listens)
