@@ -3,8 +3,6 @@
 #include <SingletonDefinition.h>
 #include <TomlFile.h>
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -36,6 +34,25 @@ void addGroups(const QVariantMap &table, const QString &name, QMap<QString, QVar
     }
     if (!values.isEmpty() || table.isEmpty())
         groups.insert(name, values);
+}
+
+/// Whether `pattern` fits all of `text`; each "*" stands for any text. Not a regular expression,
+/// whose compilation would take longer than all else that a plug-in reads here.
+bool matches(QStringView text, QStringView pattern)
+{
+    const auto parts = pattern.split(u'*');
+    if (parts.size() == 1)
+        return text == pattern;
+    if (!text.startsWith(parts.first()))
+        return false;
+    text = text.sliced(parts.first().size());
+    for (qsizetype i = 1; i < parts.size() - 1; ++i) {
+        const auto at = text.indexOf(parts[i]); // the first: it leaves the most to the others
+        if (at < 0)
+            return false;
+        text = text.sliced(at + parts[i].size());
+    }
+    return text.endsWith(parts.last());
 }
 
 } // namespace
@@ -96,16 +113,12 @@ QStringList Config::groupKeys(const QString &group, bool ownOnly) const
 
 QStringList Config::childGroups(const QString &pattern, bool withKeysOnly) const
 {
-    const QString expression =
-        QRegularExpression::escape(pattern).replace(QStringLiteral("\\*"), QStringLiteral(".*"));
-    const QRegularExpression whole(QRegularExpression::anchoredPattern(expression));
-
     const std::shared_lock guard(m_mutex);
     QStringList names;
     for (auto group = m_groups.cbegin(); group != m_groups.cend(); ++group) {
         if (withKeysOnly && group->isEmpty())
             continue;
-        if (whole.match(group.key()).hasMatch())
+        if (matches(group.key(), pattern))
             names.append(group.key());
     }
     return names;

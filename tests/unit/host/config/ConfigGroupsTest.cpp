@@ -112,6 +112,12 @@ TEST_F(ConfigGroups, Match_a_pattern_as_a_whole_with_case)
         {"*.tea", texts({"View.ADTimetable.tea"})},
         {"View.*.bold", texts({"View.QmlStyle.fonts.bold"})},
         {"View*dot", texts({"ViewXADTimetable.dot"})},
+        {"*.*.tea*", texts({"View.ADTimetable.tea"})},
+        {"*Timetable.*e*r", texts({"View.ADTimetable.leads.deeper"})},
+        {"*ee*pe*", texts({"View.ADTimetable.leads.deeper"})},
+        {"**bold", texts({"View.QmlStyle.fonts.bold"})},
+        {"View.ADTimetable.te*ea", {}}, // what stands for the one cannot stand for the other
+        {"*tea*tea*", {}},
         {"View.[A-Z]*", {}},
     };
     for (const auto &[pattern, expected] : rows) {
