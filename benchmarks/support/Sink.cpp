@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <cerrno>
 #include <charconv>
@@ -140,8 +139,7 @@ void Sink::accept()
 /// False at the end of the connection.
 bool Sink::read(int socket)
 {
-    static thread_local std::array<char, 1 << 18> block;
-    const auto size = ::recv(socket, block.data(), block.size(), 0);
+    const auto size = ::recv(socket, m_block.data(), m_block.size(), 0);
     if (size <= 0)
         return false;
     {
@@ -149,7 +147,7 @@ bool Sink::read(int socket)
         m_bytes += static_cast<std::uint64_t>(size);
     }
     auto &unread = m_connections.at(socket);
-    unread.append(block.data(), static_cast<std::size_t>(size));
+    unread.append(m_block.data(), static_cast<std::size_t>(size));
     for (;;) {
         const auto header = unread.find(endOfHeader);
         if (header == std::string::npos)

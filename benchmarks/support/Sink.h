@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace bench {
 
@@ -51,7 +52,8 @@ private:
     int m_end = -1; // an eventfd that ends the thread
     int m_port = 0;
     std::map<int, std::string> m_connections; // socket to what is not yet a whole request
-    mutable std::mutex m_mutex;               // guards the four that follow
+    std::vector<char> m_block = std::vector<char>(1 << 18); // for what comes with one reading
+    mutable std::mutex m_mutex;                             // guards the four that follow
     mutable std::condition_variable m_arrived;
     std::uint64_t m_arrivals = 0;
     std::uint64_t m_bytes = 0;
