@@ -3,11 +3,10 @@
 #include "ErrorQueue.h"
 #include "EvpPkeyContext.h"
 
-#include <openssl/core_names.h>
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 
-#include <array>
+#include <algorithm>
 
 namespace {
 
@@ -40,19 +39,14 @@ ssl::PublicKey ssl::PublicKey::fromDer(const QByteArray &der)
     return PublicKey(std::move(key));
 }
 
-/// Put together here: OpenSSL's writer first looks through all the formats that it knows, while the
-/// register waits for the plug-in to start.
 QByteArray ssl::PublicKey::der() const
 {
     if (!isValid())
         return {};
     const ErrorQueue errors;
-    std::array<unsigned char, 1 + coordinatesSize> point{};
-    std::size_t size = 0;
-    if (EVP_PKEY_get_octet_string_param(m_key.get(), OSSL_PKEY_PARAM_PUB_KEY, point.data(),
-                                        point.size(), &size) != 1 ||
-        size != point.size())
-        return {};
-    QByteArray der(spkiPrefix, spkiPrefixSize);
-    return der.append(reinterpret_cast<const char *>(&point[1]), coordinatesSize);
+    unsigned char *bytes = nullptr;
+    const int size = i2d_PUBKEY(m_key.get(), &bytes);
+    QByteArray der(reinterpret_cast<const char *>(bytes), std::max(size, 0));
+    OPENSSL_free(bytes);
+    return der;
 }
