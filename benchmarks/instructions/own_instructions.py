@@ -8,9 +8,9 @@ import re
 PARTS = {"plugin": "plug-in", "view": "plug-in", "host": "host", "log4qt": "host"}
 
 # The network thread goes round these as often as the scheduler pleases: whenever a socket is ready,
-# and every so often while a deadline runs. What they call for a request is counted.
+# and when a deadline may be over. What they call for a request is counted.
 LOOP = re.compile(
-    r"(HttpDaemon::(run|waitingTime)|HttpConnections::(haveDeadlines|cutOverdue)|WakeUp::waitFor)\("
+    r"(HttpDaemon::(run|waitingTime)|HttpConnections::(nextDeadline|cutOverdue)|WakeUp::waitFor)\("
 )
 
 TRIGGER = "desc: Trigger: Client Request: "

@@ -55,6 +55,7 @@ void HttpConnections::enter(MHD_Connection *connection, Phase phase)
         entry.since = now; // the body belongs to a request that has been incomplete for longer
     entry.phase = phase;
     entry.deadline = now + allowed(phase);
+    expect(entry);
 }
 
 void HttpConnections::awaitNext(MHD_Connection *connection)
@@ -66,19 +67,17 @@ void HttpConnections::awaitNext(MHD_Connection *connection)
 void HttpConnections::cutOverdue()
 {
     const auto now = Clock::now();
+    if (now < m_nextDeadline)
+        return;
+    m_nextDeadline = Clock::time_point::max();
     for (auto &[connection, entry] : m_entries) {
-        if (!hasDeadline(entry.phase) || now < entry.deadline)
-            continue;
-        m_refusals.note(HttpRefusals::Kind::Deadline,
-                        QStringLiteral("соединение закрыто: срок истёк"));
-        cut(entry, isIncomplete(entry.phase) ? "408 Request Timeout" : nullptr);
+        if (hasDeadline(entry.phase) && entry.deadline <= now) {
+            m_refusals.note(HttpRefusals::Kind::Deadline,
+                            QStringLiteral("соединение закрыто: срок истёк"));
+            cut(entry, isIncomplete(entry.phase) ? "408 Request Timeout" : nullptr);
+        }
+        expect(entry);
     }
-}
-
-bool HttpConnections::haveDeadlines() const
-{
-    return std::any_of(m_entries.cbegin(), m_entries.cend(),
-                       [](const auto &each) { return hasDeadline(each.second.phase); });
 }
 
 void HttpConnections::cut(MHD_Connection *connection, const char *status)
@@ -118,6 +117,12 @@ void HttpConnections::cut(Entry &entry, const char *status)
     }
     ::shutdown(entry.socket, SHUT_RDWR);
     entry.phase = Phase::Cut;
+}
+
+void HttpConnections::expect(const Entry &entry)
+{
+    if (hasDeadline(entry.phase))
+        m_nextDeadline = std::min(m_nextDeadline, entry.deadline);
 }
 
 bool HttpConnections::hasDeadline(Phase phase)

@@ -20,6 +20,8 @@ struct MHD_Connection;
 class HttpConnections
 {
 public:
+    using Clock = std::chrono::steady_clock;
+
     enum class Phase {
         Header,  ///< a request is awaited, or its header is not complete
         Body,    ///< the header is complete, the body is not
@@ -48,11 +50,10 @@ public:
     /// Whether it was given up; a request that still completes on it is not to be delivered.
     bool isCut(MHD_Connection *connection) const;
 
-    /// Whether any connection can become overdue.
-    bool haveDeadlines() const;
+    /// Before this no connection becomes overdue; the end of time if none can.
+    Clock::time_point nextDeadline() const { return m_nextDeadline; }
 
 private:
-    using Clock = std::chrono::steady_clock;
     struct Entry
     {
         int socket;
@@ -64,10 +65,12 @@ private:
 
     void makeRoomFor(MHD_Connection *connection);
     void cut(Entry &entry, const char *status);
+    void expect(const Entry &entry);
     static bool hasDeadline(Phase phase);
     Clock::duration allowed(Phase phase) const;
 
     const HttpServerOptions &m_options;
     HttpRefusals &m_refusals;
     Entries m_entries;
+    Clock::time_point m_nextDeadline = Clock::time_point::max(); // or earlier, never later
 };

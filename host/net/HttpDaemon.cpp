@@ -19,8 +19,8 @@ namespace {
 using namespace std::chrono_literals;
 using Phase = HttpConnections::Phase;
 
-constexpr std::chrono::milliseconds sweepInterval = 100ms; // how late a deadline may be noticed
-constexpr std::chrono::milliseconds untilSomethingHappens = -1ms;
+constexpr std::chrono::milliseconds longestWait =
+    1h; // deadlines may be further off than can be said
 /// Beyond the limit: connections that are being closed to make room.
 constexpr unsigned connectionReserve = 16;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
@@ -101,12 +101,13 @@ void HttpDaemon::run(const std::stop_token &stop)
 
 std::chrono::milliseconds HttpDaemon::waitingTime() const
 {
-    const auto own = m_connections.haveDeadlines() ? sweepInterval : untilSomethingHappens;
-    MHD_UNSIGNED_LONG_LONG wanted = 0;
-    if (MHD_get_timeout(m_handle.get(), &wanted) == MHD_NO)
-        return own;
-    const std::chrono::milliseconds librarys(wanted);
-    return own == untilSomethingHappens ? librarys : std::min(own, librarys);
+    const auto own = std::chrono::ceil<std::chrono::milliseconds>(m_connections.nextDeadline() -
+                                                                  HttpConnections::Clock::now());
+    const auto time = std::clamp<std::chrono::milliseconds>(own, 0ms, longestWait);
+    MHD_UNSIGNED_LONG_LONG librarys = 0;
+    return MHD_get_timeout(m_handle.get(), &librarys) == MHD_NO
+               ? time
+               : std::min(time, std::chrono::milliseconds(librarys));
 }
 
 HttpDaemon::~HttpDaemon()
@@ -157,12 +158,16 @@ void HttpDaemon::refuse(HttpExchange &exchange, const HttpAdmission::Refusal &re
 
 bool HttpDaemon::suspend(const ExchangePtr &exchange, MHD_Connection *connection)
 {
-    const std::lock_guard guard(m_mutex);
-    if (m_closing)
-        return false;
-    m_connections.enter(connection, Phase::Waiting);
-    MHD_suspend_connection(connection);
-    m_suspended.emplace(exchange.get(), connection);
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_closing)
+            return false;
+        m_connections.enter(connection, Phase::Waiting);
+        MHD_suspend_connection(connection);
+        m_suspended.emplace(exchange.get(), connection);
+    }
+    // Without the lock, which the woken thread is about to take. If the server is being destroyed
+    // meanwhile, it answers, waits for this thread, and drops the event.
     QMetaObject::invokeMethod(
         m_server,
         [this, exchange, connection] {
@@ -211,9 +216,11 @@ std::shared_ptr<HttpStreamSource> HttpDaemon::createStream()
 /// From here on the exchange belongs to the network thread again.
 void HttpDaemon::resume(HttpExchange &exchange, MHD_Connection *connection)
 {
-    const std::lock_guard guard(m_mutex);
-    m_suspended.erase(&exchange);
-    MHD_resume_connection(connection);
+    {
+        const std::lock_guard guard(m_mutex);
+        m_suspended.erase(&exchange);
+        MHD_resume_connection(connection);
+    }
     m_wakeUp.wake();
 }
 

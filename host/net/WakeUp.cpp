@@ -22,6 +22,8 @@ void WakeUp::waitFor(int descriptor, std::chrono::milliseconds atMost) const
 {
     std::array<pollfd, 2> watched{{{descriptor, POLLIN, 0}, {m_event, POLLIN, 0}}};
     ::poll(watched.data(), watched.size(), static_cast<int>(atMost.count()));
+    if (watched.back().revents == 0)
+        return;
     eventfd_t count = 0;
     ::eventfd_read(m_event, &count);
 }
