@@ -8,7 +8,7 @@ const auto contentTypeField = QStringLiteral("Content-Type");
 
 bool isNamed(const BasicHeader::Field &field, const QString &name)
 {
-    return field.first.compare(name, Qt::CaseInsensitive) == 0;
+    return field.first.size() == name.size() && field.first.compare(name, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -28,7 +28,7 @@ void BasicHeader::setValue(const QString &name, const QString &value)
 
 void BasicHeader::addValue(const QString &name, const QString &value)
 {
-    m_fields.append({name, value});
+    m_fields.emplaceBack(name, value);
 }
 
 QString BasicHeader::contentType() const

@@ -8,7 +8,13 @@
 namespace {
 
 constexpr std::string_view blanks = " \t";
-constexpr std::size_t lineEndSize = 2; // CR LF
+constexpr std::size_t lineEndSize = 2;     // CR LF
+constexpr std::size_t usualFieldCount = 8; // of a display's requests
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
 
 bool isAlphanumeric(char c)
 {
@@ -39,9 +45,10 @@ bool isControl(char c)
 
 bool equalsWithoutCase(std::string_view left, std::string_view right)
 {
-    return QLatin1String(left.data(), static_cast<int>(left.size()))
-               .compare(QLatin1String(right.data(), static_cast<int>(right.size())),
-                        Qt::CaseInsensitive) == 0;
+    return left.size() == right.size() &&
+           QLatin1String(left.data(), static_cast<int>(left.size()))
+                   .compare(QLatin1String(right.data(), static_cast<int>(right.size())),
+                            Qt::CaseInsensitive) == 0;
 }
 
 std::string_view withoutTrailingBlanks(std::string_view text)
@@ -69,6 +76,7 @@ HttpRequestHead::HttpRequestHead(std::string_view method, const char *targetAt, 
     , m_isContiguous(m_targetAt == method.data() + method.size() + 1 &&
                      m_version.data() == m_targetAt + m_target.size() + 1)
 {
+    m_fields.reserve(usualFieldCount);
 }
 
 HttpRequestHead HttpRequestHead::of(MHD_Connection *connection, std::string_view method,
@@ -87,8 +95,7 @@ void HttpRequestHead::addField(std::string_view name, std::string_view value)
 {
     const auto *const nameEnd = name.data() + name.size();
     const bool follows = name.data() == m_end && value.data() > nameEnd &&
-                         std::all_of(nameEnd + 1, value.data(),
-                                     [](char c) { return blanks.find(c) != blanks.npos; });
+                         std::all_of(nameEnd + 1, value.data(), &isBlank);
     m_isContiguous = m_isContiguous && follows;
     m_end = value.data() + value.size() + lineEndSize;
     m_fields.push_back({name, withoutTrailingBlanks(value)});
@@ -117,7 +124,7 @@ bool HttpRequestHead::isContiguous() const
 bool HttpRequestHead::hasForbiddenCharacters() const
 {
     return std::any_of(m_target.begin(), m_target.end(),
-                       [](char c) { return isControl(c) || blanks.find(c) != blanks.npos; }) ||
+                       [](char c) { return isControl(c) || isBlank(c); }) ||
            std::any_of(m_fields.begin(), m_fields.end(), [](const Field &field) {
                return std::any_of(field.value.begin(), field.value.end(), &isControl);
            });
