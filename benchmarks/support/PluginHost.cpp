@@ -14,13 +14,13 @@ constexpr control::Action receiptChanged{EContext::Sale, control::ReceiptChanged
 
 } // namespace
 
-PluginHost::PluginHost(const std::string &displayUrl, std::chrono::milliseconds interval)
+PluginHost::PluginHost(const std::string &displayUrl, std::chrono::milliseconds interval, int port)
     : m_loader(QStringLiteral(VIEWCONNECTOR_PLUGIN))
 {
     auto &config = Singleton<Config>::instance();
     config.setValue(QStringLiteral("ViewConnector:server"), QString::fromStdString(displayUrl));
     config.setValue(QStringLiteral("ViewConnector:interval"), static_cast<int>(interval.count()));
-    config.setValue(QStringLiteral("ViewConnector:port"), 0);
+    config.setValue(QStringLiteral("ViewConnector:port"), port);
     m_runner.addPlugin(m_loader.plugin());
     m_loader.plugin()->init();
 }

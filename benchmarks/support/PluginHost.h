@@ -22,9 +22,11 @@ namespace bench {
 class PluginHost
 {
 public:
-    /// `displayUrl` is where the plug-in posts to; it listens on a port that the system chose.
+    /// `displayUrl` is where the plug-in posts to; it listens on `port`, 0 for one that the system
+    /// chooses.
     explicit PluginHost(const std::string &displayUrl,
-                        std::chrono::milliseconds interval = std::chrono::milliseconds(1));
+                        std::chrono::milliseconds interval = std::chrono::milliseconds(1),
+                        int port = 0);
     ~PluginHost();
     Q_DISABLE_COPY_MOVE(PluginHost)
 
