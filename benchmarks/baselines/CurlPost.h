@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -17,8 +18,14 @@ public:
     explicit CurlPost(const std::string &url);
 
     void operator()(const QByteArray &body);
+    /// Of the latest answer.
+    const QByteArray &answer() const { return m_answer; }
+    /// A header field of the latest answer; empty if there is none.
+    QByteArray field(const char *name) const;
 
 private:
+    static std::size_t onAnswer(const char *data, std::size_t size, std::size_t count, void *self);
+
     struct Cleanup
     {
         void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
@@ -26,6 +33,7 @@ private:
     };
     std::unique_ptr<curl_slist, Cleanup> m_fields;
     std::unique_ptr<CURL, Cleanup> m_handle;
+    QByteArray m_answer;
 };
 
 } // namespace bench
