@@ -19,8 +19,8 @@ namespace {
 using namespace std::chrono_literals;
 using Phase = HttpConnections::Phase;
 
-constexpr std::chrono::milliseconds longestWait =
-    1h; // deadlines may be further off than can be said
+/// Deadlines may be further off than the system can be told.
+constexpr std::chrono::milliseconds longestWait = 1h;
 /// Beyond the limit: connections that are being closed to make room.
 constexpr unsigned connectionReserve = 16;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
