@@ -1,7 +1,7 @@
 #include <baselines/RawPost.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include <support/Loopback.h>
+
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -18,11 +18,8 @@ RawPost::RawPost(int port, const std::string &path, const QByteArray &body)
                 "\r\nContent-Length: " +
                 std::to_string(body.size()) + "\r\n\r\n" + body.toStdString())
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    if (::connect(m_socket, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0)
+    const auto address = loopback(port);
+    if (::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
         throw std::system_error(errno, std::generic_category(), "connect");
 }
 

@@ -1,7 +1,7 @@
 #include <support/Sink.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include <support/Loopback.h>
+
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -52,9 +52,7 @@ Sink::Sink()
     : m_listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), m_end(::eventfd(0, EFD_CLOEXEC))
 {
     check(m_listener, "socket");
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    auto address = loopback(0);
     socklen_t size = sizeof address;
     check(::bind(m_listener, reinterpret_cast<sockaddr *>(&address), size), "bind");
     check(::listen(m_listener, SOMAXCONN), "listen");
