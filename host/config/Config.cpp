@@ -43,6 +43,8 @@ bool matches(QStringView text, QStringView pattern)
     const auto parts = pattern.split(u'*');
     if (parts.size() == 1)
         return text == pattern;
+    if (text.isEmpty())
+        text = u""; // to Qt a null text does not even begin with an empty one
     if (!text.startsWith(parts.first()))
         return false;
     text = text.sliced(parts.first().size());

@@ -142,6 +142,16 @@ TEST_F(ConfigGroups, Stay_known_when_their_last_key_is_removed)
     EXPECT_EQ(config.childGroups(pattern, true), QStringList());
 }
 
+TEST_F(ConfigGroups, Are_found_also_for_keys_outside_any_table)
+{
+    Config outside;
+    outside.load(TomlText().file("server = \"http://a\"\n"));
+    for (const auto *pattern : {"*", "**", ""})
+        EXPECT_EQ(outside.childGroups(QString::fromUtf8(pattern), true), QStringList{QString()})
+            << pattern;
+    EXPECT_EQ(outside.childGroups(QStringLiteral("a*"), true), QStringList());
+}
+
 TEST_F(ConfigGroups, Are_none_without_settings)
 {
     EXPECT_EQ(Config().childGroups(QStringLiteral("*"), false), QStringList());
