@@ -16,7 +16,7 @@ test_packages=(
     lintian mmdebstrap "${package_packages[@]}"
 )
 # What the benchmarks need, and the plots of them.
-benchmark_packages=(libbenchmark-dev valgrind nginx-light gnuplot-nox python3)
+benchmark_packages=(libbenchmark-dev valgrind gnuplot-nox python3)
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
 { command -v node && command -v npm; } >/dev/null || test_packages+=(nodejs npm)
 

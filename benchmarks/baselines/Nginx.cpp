@@ -59,7 +59,7 @@ Nginx::Nginx() : m_port(freePort())
 {
     const auto nginx = program();
     if (nginx.isEmpty())
-        throw std::runtime_error("nginx is not installed: install the package nginx-light");
+        throw std::runtime_error("there is no nginx: ./bench fetches it, and finds it then");
     QFile file(m_folder.filePath(QStringLiteral("nginx.conf")));
     if (!file.open(QIODevice::WriteOnly) ||
         file.write(QString::fromLatin1(configuration).arg(m_port).toLatin1()) < 0)
