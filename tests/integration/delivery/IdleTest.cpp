@@ -1,7 +1,7 @@
 #include "RunningPlugin.h"
 
-#include <QDir>
-#include <QFile>
+#include <support/ContextSwitches.h>
+
 #include <QThread>
 
 #include <unistd.h>
@@ -11,46 +11,10 @@ using Type = view::Message::Type;
 
 namespace {
 
-/// How often a thread of this process has left the processor so far.
-struct Switches
-{
-    qint64 toWait = 0; // which it did before each time that it woke
-    qint64 toMakeWay = 0;
-};
-
-Switches switchesOf(pid_t thread)
-{
-    QFile file(QStringLiteral("/proc/self/task/%1/status").arg(thread));
-    if (!file.open(QIODevice::ReadOnly)) // the thread has ended
-        return {};
-    const auto status = file.readAll();
-    const auto number = [&](const QByteArray &field) {
-        const auto start = status.indexOf('\n' + field + ':') + field.size() + 2;
-        return status.mid(start, status.indexOf('\n', start) - start).trimmed().toLongLong();
-    };
-    return {number("voluntary_ctxt_switches"), number("nonvoluntary_ctxt_switches")};
-}
-
-/// Those of the plug-in, and of the display, which is quiet as long as nothing comes.
-QList<pid_t> threadsBesideThisOne()
-{
-    QList<pid_t> threads;
-    const auto names = QDir(QStringLiteral("/proc/self/task")).entryList({"[0-9]*"}, QDir::Dirs);
-    for (const auto &name : names) {
-        if (name.toInt() != ::gettid())
-            threads.append(name.toInt());
-    }
-    return threads;
-}
-
+/// Of the plug-in's threads, and of the display's, which are quiet as long as nothing comes.
 qint64 allSwitches()
 {
-    qint64 sum = 0;
-    for (const auto thread : threadsBesideThisOne()) {
-        const auto [toWait, toMakeWay] = switchesOf(thread);
-        sum += toWait + toMakeWay;
-    }
-    return sum;
+    return support::contextSwitchesOfOtherThreads().all();
 }
 
 class Idle : public RunningPlugin
@@ -111,10 +75,11 @@ TEST_F(Idle, A_change_wakes_the_delivery_thread_only_a_few_times)
     deliver(0);
 
     constexpr int changes = 10;
-    const auto before = switchesOf(thread);
+    const auto before = support::contextSwitchesOf(thread);
     for (int i = 1; i <= changes; ++i)
         deliver(i);
-    const auto wakeUps = static_cast<double>(switchesOf(thread).toWait - before.toWait) / changes;
+    const auto wakeUps =
+        static_cast<double>(support::contextSwitchesOf(thread).toWait - before.toWait) / changes;
     RecordProperty("wakeUpsForEachChange", std::to_string(wakeUps));
     EXPECT_GE(wakeUps, 1);
     EXPECT_LE(wakeUps, 5); // for the change, the answer and the end of the pause; seldom for a lock

@@ -1,5 +1,6 @@
 #include "HttpServerFixture.h"
 
+#include <support/ContextSwitches.h>
 #include <support/PrintQt.h>
 
 #include <gmock/gmock.h>
@@ -10,9 +11,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <filesystem>
-#include <fstream>
-#include <string>
 
 namespace {
 
@@ -36,23 +34,6 @@ protected:
         return !log.textsOf(QStringLiteral("httpserver")).filter(text).isEmpty();
     }
 };
-
-/// How often the threads of this process other than the caller's have gone to sleep so far.
-long sleepsOfOtherThreads()
-{
-    constexpr std::string_view field = "voluntary_ctxt_switches:";
-    long all = 0;
-    for (const auto &thread : std::filesystem::directory_iterator("/proc/self/task")) {
-        if (thread.path().filename() == std::to_string(::gettid()))
-            continue;
-        std::ifstream status(thread.path() / "status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.starts_with(field))
-                all += std::stol(line.substr(field.size()));
-        }
-    }
-    return all;
-}
 
 /// A client that asks and then takes nothing until it is told to.
 class LazyClient
@@ -167,8 +148,9 @@ TEST_F(HttpServerDeadlines, Keep_no_thread_awake_while_a_connection_is_silent)
     RawClient client(server->port());
     client.send(RawClient::request("/", "question"));
     EXPECT_EQ(client.answer().status, 200);
-    const auto before = sleepsOfOtherThreads();
-    QThread::sleep(1);
-    EXPECT_LE(sleepsOfOtherThreads() - before, 3); // what the answer still took, and a margin
+    const auto before = support::contextSwitchesOfOtherThreads().toWait;
+    support::letPass(1s);
+    // What the answer still took, and a margin.
+    EXPECT_LE(support::contextSwitchesOfOtherThreads().toWait - before, 3);
     EXPECT_TRUE(client.isConnected());
 }
