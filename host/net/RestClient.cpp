@@ -148,7 +148,7 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
         availability.succeeded();
     else
         availability.failed(failureText(code, status));
-    if (!compactLogs && logger != nullptr)
+    if (!compactLogs && logger != nullptr && logger->isDebugEnabled())
         logger->debug(QStringLiteral("%1: POST %2, %3 байт: %4")
                           .arg(alias, url.toString())
                           .arg(body.size())
