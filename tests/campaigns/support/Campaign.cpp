@@ -1,5 +1,7 @@
 #include "Campaign.h"
 
+#include <QString>
+
 #include <gtest/gtest.h>
 
 #include <cctype>

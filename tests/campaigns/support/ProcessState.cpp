@@ -16,7 +16,7 @@ int entriesOf(const char *folder)
                                 .size());
 }
 
-qint64 residentBytes()
+qint64 residentMemory()
 {
     QFile statm(QStringLiteral("/proc/self/statm"));
     if (!statm.open(QIODevice::ReadOnly))
@@ -30,7 +30,7 @@ ProcessState ProcessState::now()
 {
     constexpr int ofTheListing = 1; // the folder of the descriptors is open while it is read
     return {entriesOf("/proc/self/task"), entriesOf("/proc/self/fd") - ofTheListing,
-            residentBytes()};
+            residentMemory()};
 }
 
 } // namespace campaign
