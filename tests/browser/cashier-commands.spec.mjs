@@ -51,7 +51,7 @@ test('the answers shown are the lines that the register prints', async ({ openCa
   await page.keyboard.press('Enter');
   await expect(page.locator('#log .answer')).toHaveCount(1);
   const shown = await page.locator('#log .answer').allTextContents();
-  expect(cashier.register.output.split('\n').slice(2, -1)).toEqual(shown);
+  await expect.poll(() => cashier.register.output.split('\n').slice(2, -1)).toEqual(shown);
 });
 
 test('the commands copied are a script that the register runs', async ({ context, folder, openCashier, page, startRegister }) => {

@@ -50,7 +50,6 @@ const pageScrolls = (page) => page.evaluate(() => document.documentElement.scrol
   || document.documentElement.scrollHeight > innerHeight);
 
 test('every state fits every window, can be tapped, and is accessible', async ({ openCashier, page }) => {
-  test.setTimeout(180_000);
   await openCashier();
   for (const [state, lead] of states) {
     await lead(page);

@@ -27,9 +27,9 @@ public:
 
     void send(const QByteArray &bytes);
     /// Waits for the next answer and takes it off what has arrived.
-    Answer answer(std::chrono::milliseconds deadline = 10s);
+    Answer answer(std::chrono::milliseconds deadline = 30s);
     /// Waits for the peer to close the connection.
-    bool waitForClose(std::chrono::milliseconds deadline = 10s);
+    bool waitForClose(std::chrono::milliseconds deadline = 30s);
     /// Leaves without a good-bye.
     void abort() { m_socket.abort(); }
 

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 /// Runs this thread's events until `condition` holds or the deadline has passed. Returns whether it
 /// holds.
 template <class Condition>
-bool waitFor(Condition condition, std::chrono::milliseconds deadline = 10s)
+bool waitFor(Condition condition, std::chrono::milliseconds deadline = 30s)
 {
     return QTest::qWaitFor(condition, static_cast<int>(deadline.count()));
 }

@@ -1,6 +1,7 @@
 // Films for the tests of advertisements.
 
-/** A short film of a moving square, as this browser records it. */
+/** A film of a second of a moving square, as this browser records it: the recording follows the clock,
+    however few frames a busy machine draws. */
 export async function recordFilm(context) {
   const page = await context.newPage();
   const base64 = await page.evaluate(async () => {
@@ -12,14 +13,15 @@ export async function recordFilm(context) {
     const stopped = new Promise((done) => { recorder.onstop = done; });
     recorder.start();
     await new Promise((done) => {
-      let frames = 0;
-      const draw = () => {
-        drawing.fillStyle = `hsl(${frames * 20} 80% 50%)`;
+      let first = null;
+      const draw = (now) => {
+        first ??= now;
+        drawing.fillStyle = `hsl(${now} 80% 50%)`;
         drawing.fillRect(0, 0, 64, 36);
-        if (++frames < 30) requestAnimationFrame(draw);
+        if (now - first < 1000) requestAnimationFrame(draw);
         else done();
       };
-      draw();
+      requestAnimationFrame(draw);
     });
     recorder.stop();
     await stopped;

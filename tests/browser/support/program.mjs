@@ -27,7 +27,7 @@ export class Program {
   }
 
   /** The match of `pattern` in what it prints, once it is there. */
-  async printed(pattern, withinMs = 20_000) {
+  async printed(pattern, withinMs = 60_000) {
     const deadline = Date.now() + withinMs;
     for (;;) {
       const match = this.output.match(pattern);
