@@ -169,6 +169,8 @@ HttpAnswer exchange(const HttpRequest &request)
     answer.peer = textOf(handle, CURLINFO_PRIMARY_IP);
     answer.fields = fieldsOf(handle);
     answer.outcome = outcomeOf(handle, code, answer);
+    if (answer.outcome != Outcome::Answered)
+        answer.status = 0; // that of an answer which broke off
     answer.problem = QString::fromUtf8(curl_easy_strerror(code));
     return answer;
 }

@@ -141,6 +141,12 @@ TEST_F(HttpExchange, Tells_what_is_no_http_and_what_ends_early)
     EXPECT_EQ(checked(truncated).outcome, Outcome::Closed);
 }
 
+TEST_F(HttpExchange, Has_no_status_of_an_answer_that_breaks_off)
+{
+    server.answer({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\nno field\r\nab"});
+    EXPECT_EQ(get().status, 0);
+}
+
 TEST_F(HttpExchange, Takes_no_more_header_than_fits)
 {
     server.answer(ScriptedAnswer::endlessHeader());
