@@ -4,7 +4,7 @@ namespace {
 
 constexpr qsizetype maxPartSize = 8'388'608; // as large as a picture of the register may be
 constexpr qsizetype maxHeaderSize = 8'192;
-constexpr auto headerEnd = "\r\n\r\n";
+constexpr QByteArrayView headerEnd = "\r\n\r\n";
 
 /// The value of a field among lines of fields; empty if there is none.
 QByteArray fieldOf(const QByteArray &lines, const QByteArray &lowerCaseName)
@@ -67,7 +67,7 @@ bool MultipartReader::readHeader()
         !header.startsWith(m_delimiter + "\r\n") || !isNumber || size < 0 || size > maxPartSize;
     if (m_failed)
         return false;
-    m_received.remove(0, end + qstrlen(headerEnd));
+    m_received.remove(0, end + headerEnd.size());
     m_expected = size;
     return true;
 }
