@@ -1,6 +1,7 @@
 #include "RawRequest.h"
-#include "RunningEndpoint.h"
 #include "SlowClients.h"
+
+#include <support/RunningEndpoint.h>
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -1,5 +1,6 @@
 #include "RawRequest.h"
-#include "RunningEndpoint.h"
+
+#include <support/RunningEndpoint.h>
 
 #include <gmock/gmock.h>
 

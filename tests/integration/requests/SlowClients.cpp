@@ -2,7 +2,6 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -11,15 +10,6 @@
 #include <string_view>
 
 namespace {
-
-/// The test holds both ends of each connection.
-void allowManyDescriptors()
-{
-    rlimit limit{};
-    getrlimit(RLIMIT_NOFILE, &limit);
-    limit.rlim_cur = limit.rlim_max;
-    setrlimit(RLIMIT_NOFILE, &limit);
-}
 
 bool sendAll(int socket, std::string_view text)
 {
@@ -31,7 +21,6 @@ bool sendAll(int socket, std::string_view text)
 
 SlowClients::SlowClients(int port, int count) : m_port(port)
 {
-    allowManyDescriptors();
     for (int i = 0; i < count; ++i)
         m_sockets.push_back(open());
 }

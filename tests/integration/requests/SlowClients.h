@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
+#include <support/DescriptorLimit.h>
 
 #include <vector>
 
@@ -26,6 +26,7 @@ public:
 private:
     int open() const;
 
+    const support::DescriptorLimit m_limit = support::DescriptorLimit::highest(); // of both ends
     int m_port;
     std::vector<int> m_sockets;
 };
