@@ -1,0 +1,58 @@
+#include "Answers.h"
+
+namespace inbound {
+
+namespace {
+
+/// Zero if it is none.
+int statusOf(const QByteArray &head)
+{
+    if (!head.startsWith("HTTP/1.") || head.size() < 13 || head.at(8) != ' ' || head.at(12) != ' ')
+        return 0;
+    bool isNumber = false;
+    const int status = head.mid(9, 3).toInt(&isNumber);
+    return isNumber && status >= 100 && status < 600 ? status : 0;
+}
+
+qsizetype bodySizeOf(const QByteArray &head)
+{
+    static const QByteArray name = "\r\ncontent-length: ";
+    const auto at = head.toLower().indexOf(name);
+    if (at < 0)
+        return 0;
+    const auto begin = at + name.size();
+    return head.mid(begin, head.indexOf('\r', begin) - begin).toLongLong();
+}
+
+} // namespace
+
+std::optional<int> Answers::next()
+{
+    auto status = takeAny();
+    while (status && *status < 200)
+        status = takeAny();
+    return status;
+}
+
+std::optional<int> Answers::takeAny()
+{
+    const auto end = m_arrived.indexOf("\r\n\r\n");
+    if (m_isGarbled || m_isLast || end < 0)
+        return std::nullopt;
+    const auto head = m_arrived.left(end + 2);
+    const int status = statusOf(head);
+    m_isGarbled = status == 0;
+    m_isLast = status >= 400 && head.contains("\r\nConnection: close\r\n");
+    const auto size = m_isLast ? m_arrived.size() : end + 4 + bodySizeOf(head);
+    if (m_isGarbled || m_arrived.size() < size)
+        return std::nullopt;
+    m_arrived.remove(0, size);
+    return status;
+}
+
+bool Answers::isWhole() const
+{
+    return !m_isGarbled && (m_isLast || m_arrived.isEmpty());
+}
+
+} // namespace inbound

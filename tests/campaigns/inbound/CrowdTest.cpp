@@ -1,0 +1,95 @@
+// Many clients at once that do not leave by themselves.
+
+#include "Crowd.h"
+#include "Inbound.h"
+
+#include <campaigns/support/ProcessState.h>
+
+#include <QDeadlineTimer>
+
+#include <atomic>
+#include <optional>
+#include <vector>
+
+namespace {
+
+using namespace inbound;
+using campaign::ProcessState;
+
+/// Beyond HttpServer:maxConnections so many may be about to be closed.
+constexpr int beingClosed = 16;
+
+using Crowds = Inbound;
+
+/// A client that asks again and again and takes no answer. Whether the server ends that.
+bool isEnded(const Peer &peer)
+{
+    const auto requests = QByteArray("GET / HTTP/1.1\r\nHost: a\r\n\r\n").repeated(1000);
+    const QDeadlineTimer deadline(120s);
+    while (!deadline.hasExpired()) {
+        peer.sendAll(requests, 1s);
+        if (peer.sendSome(requests) < 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+TEST_F(Crowds, Of_every_kind_let_good_clients_in_and_hold_no_more_than_is_allowed)
+{
+    constexpr int allowed = 256; // the default of HttpServer:maxConnections
+    const int count = campaign::scaled(5000, 600);
+    start();
+    EXPECT_EQ(answerOfGoodClient(), 200);
+    EXPECT_TRUE(support::waitFor([&] { return display.requestCount() == 1; }));
+    const auto before = ProcessState::now();
+
+    std::optional<Crowd> crowd;
+    runBeside([&] { crowd.emplace(port(), count); });
+    qint64 worst = 0;
+    constexpr int rounds = 10;
+    for (int round = 0; round < rounds; ++round) {
+        runBeside([&] { crowd->drip(); });
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_EQ(answerOfGoodClient(60s), 200);
+        worst = std::max(worst, timer.elapsed());
+    }
+    const auto held = ProcessState::now().descriptors - before.descriptors - crowd->size();
+    crowd.reset();
+
+    campaign::report("clients at once", count);
+    campaign::report("connections held", held);
+    campaign::report("worst answer to a good one", static_cast<double>(worst), "ms");
+    EXPECT_LE(std::chrono::milliseconds(worst), promptly());
+    EXPECT_EQ(goodPictures(), 1 + rounds);
+    EXPECT_GT(held, allowed / 2); // or it was no crowd
+    EXPECT_LE(held, allowed + beingClosed);
+    EXPECT_TRUE(support::waitFor(
+        [&] { return ProcessState::now().descriptors <= before.descriptors; }, 60s));
+}
+
+TEST_F(Crowds, That_never_take_their_answers_are_outlasted)
+{
+    const int count = campaign::scaled(32, 3);
+    set("HttpServer:maxConnections", count);
+    set("HttpServer:answerTimeout", 1);
+    start();
+
+    std::atomic<int> ended = 0;
+    runBeside([&] {
+        constexpr int smallestBuffer = 1;
+        std::vector<std::jthread> readers;
+        for (int i = 0; i < count; ++i) {
+            readers.emplace_back([&] {
+                const Peer reader(smallestBuffer);
+                reader.connect(port());
+                ended += isEnded(reader);
+            });
+        }
+    });
+    campaign::report("clients that take no answer", count);
+    EXPECT_EQ(ended, count);
+    EXPECT_EQ(answerOfGoodClient(), 200);
+}

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "GoodClient.h"
+
+#include <campaigns/support/Campaign.h>
+#include <support/RunningEndpoint.h>
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QLoggingCategory>
+#include <QTimer>
+
+#include <algorithm>
+#include <functional>
+#include <thread>
+
+namespace inbound {
+
+using namespace std::chrono_literals;
+
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool isMeasured = false; // the sanitizer takes time, and keeps what was freed
+#else
+inline constexpr bool isMeasured = true;
+#endif
+
+/// Bounds of time are only the specified ones in a whole campaign; other tests run on whatever
+/// machine, beside whatever load.
+inline std::chrono::milliseconds promptly()
+{
+    return isMeasured ? std::chrono::milliseconds(campaign::scaled(1000, 30'000)) : 60s;
+}
+
+/// The plug-in's port under fire. The host's main thread runs its events all the time, and a timer
+/// among them that notes the longest gap.
+class Inbound : public RunningEndpoint
+{
+protected:
+    Inbound()
+    {
+        // A line for each request would be all that the memory is used for.
+        QLoggingCategory::setFilterRules(QStringLiteral("viewconnector.info=false"));
+        plugin = std::make_unique<Counting>();
+        QObject::connect(&m_beat, &QTimer::timeout, [this] {
+            m_longestGap = std::max(m_longestGap, std::chrono::milliseconds(m_sinceBeat.restart()));
+        });
+        m_sinceBeat.start();
+        m_beat.start(10ms);
+    }
+    ~Inbound() override { QLoggingCategory::setFilterRules({}); }
+
+    void TearDown() override
+    {
+        campaign::report("longest gap of the main thread",
+                         static_cast<double>(m_longestGap.count()), "ms");
+        EXPECT_LE(m_longestGap, promptly());
+    }
+
+    void set(const char *key, int value) const
+    {
+        singletons.config().setValue(QLatin1String(key), value);
+    }
+
+    /// Runs this thread's events until `work` is done on another.
+    static void runBeside(const std::function<void()> &work)
+    {
+        QEventLoop events;
+        const std::jthread worker([&] {
+            work();
+            QMetaObject::invokeMethod(&events, &QEventLoop::quit, Qt::QueuedConnection);
+        });
+        events.exec();
+    }
+
+    /// The status that one good client gets.
+    int answerOfGoodClient(std::chrono::milliseconds deadline = 30s) const
+    {
+        int status = 0;
+        runBeside([&] { status = GoodClient::ask(port(), deadline); });
+        return status;
+    }
+
+    /// How many pictures the good clients have been given.
+    int goodPictures() const { return static_cast<const Counting &>(*plugin).goodPictures; }
+
+private:
+    struct Counting : Connector
+    {
+        /// Pictures queue up one for each request, and are posted four a second. Here they are
+        /// too many for that.
+        void addMessage(const view::Message &message) override
+        {
+            if (message.type != view::Message::Type::ImageData)
+                return ViewConnector::addMessage(message);
+            const auto id = message.data.value(QStringLiteral("id")).toMap();
+            if (id.value(QStringLiteral("value")).toByteArray() == GoodClient::goods())
+                ++goodPictures;
+        }
+
+        int goodPictures = 0;
+    };
+
+    std::chrono::milliseconds m_longestGap{};
+    QElapsedTimer m_sinceBeat;
+    QTimer m_beat;
+};
+
+} // namespace inbound
