@@ -37,6 +37,7 @@ public:
     /// is given up for it; if there is none, the new one is answered 503.
     void add(MHD_Connection *connection);
     void remove(MHD_Connection *connection);
+    bool isEmpty() const { return m_entries.empty(); }
 
     void enter(MHD_Connection *connection, Phase phase);
     /// The answer is out: the next request may take its time to begin, then to be complete.

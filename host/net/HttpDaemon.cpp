@@ -8,7 +8,9 @@
 #include <QScopedValueRollback>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -21,6 +23,9 @@ using Phase = HttpConnections::Phase;
 
 /// Deadlines may be further off than the system can be told.
 constexpr std::chrono::milliseconds longestWait = 1h;
+/// How soon to look again whether there is a descriptor for a client that waits for one.
+constexpr auto pauseWithoutDescriptors = 100ms;
+constexpr int noDescriptor = -1;
 /// Beyond the limit: connections that are being closed to make room.
 constexpr unsigned connectionReserve = 16;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
@@ -31,6 +36,15 @@ constexpr std::size_t poolReserveBytes = 8192;
 const Log4Qt::Logger *logger()
 {
     return Log4Qt::LogManager::logger(QStringLiteral("httpserver"));
+}
+
+bool isAnyDescriptorFree(int existing)
+{
+    const int copy = ::fcntl(existing, F_DUPFD_CLOEXEC, 0);
+    if (copy < 0)
+        return false;
+    ::close(copy);
+    return true;
 }
 
 } // namespace
@@ -96,11 +110,19 @@ void HttpDaemon::run(const std::stop_token &stop)
         m_wakeUp.waitFor(events, waitingTime());
         MHD_run(m_handle.get());
         m_connections.cutOverdue();
+        // Without a connection whose end could give one back, the library would try without a
+        // pause.
+        if (m_connections.isEmpty() && !isAnyDescriptorFree(events))
+            m_wakeUp.waitFor(noDescriptor, pauseWithoutDescriptors);
     }
 }
 
-std::chrono::milliseconds HttpDaemon::waitingTime() const
+/// The library stops accepting when connections or descriptors run out, and goes on only in the
+/// round after one in which a connection has ended; nothing else may wake it for that.
+std::chrono::milliseconds HttpDaemon::waitingTime()
 {
+    if (std::exchange(m_hasRoom, false))
+        return 0ms;
     const auto own = std::chrono::ceil<std::chrono::milliseconds>(m_connections.nextDeadline() -
                                                                   HttpConnections::Clock::now());
     const auto time = std::clamp<std::chrono::milliseconds>(own, 0ms, longestWait);

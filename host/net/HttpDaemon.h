@@ -68,7 +68,7 @@ private:
 
     // On the network thread:
     void run(const std::stop_token &stop);
-    std::chrono::milliseconds waitingTime() const;
+    std::chrono::milliseconds waitingTime();
     void begin(MHD_Connection *connection, HttpExchange &exchange, const HttpRequestHead &head);
     void refuse(HttpExchange &exchange, const HttpAdmission::Refusal &refusal);
     bool suspend(const ExchangePtr &exchange, MHD_Connection *connection);
@@ -87,6 +87,7 @@ private:
     std::vector<std::weak_ptr<HttpStreamSource>> m_streams; // of the server's thread
     const WakeUp m_wakeUp;
     const HttpAdmission m_admission;
+    bool m_hasRoom = false;        // a connection has ended; of the network thread
     HttpRefusals m_refusals;       // of the network thread
     HttpConnections m_connections; // of the network thread
     std::unique_ptr<MHD_Daemon, StopDaemon> m_handle;

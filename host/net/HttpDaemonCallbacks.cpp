@@ -16,11 +16,13 @@ constexpr std::ptrdiff_t maxQueryArguments = 250;
 void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **,
                                          MHD_ConnectionNotificationCode code)
 {
-    auto &connections = static_cast<HttpDaemon *>(self)->m_connections;
-    if (code == MHD_CONNECTION_NOTIFY_STARTED)
-        connections.add(connection);
-    else
-        connections.remove(connection);
+    auto &daemon = *static_cast<HttpDaemon *>(self);
+    if (code == MHD_CONNECTION_NOTIFY_STARTED) {
+        daemon.m_connections.add(connection);
+    } else {
+        daemon.m_connections.remove(connection);
+        daemon.m_hasRoom = true;
+    }
 }
 
 void *HttpDaemon::Callbacks::onUri(void *self, const char *uri, MHD_Connection *connection)
