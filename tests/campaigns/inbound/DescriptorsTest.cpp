@@ -93,9 +93,13 @@ TEST_F(Descriptors, That_run_out_on_a_silent_port_neither_spin_nor_stop_it)
 
 TEST_F(Descriptors, That_run_out_beside_an_open_connection_neither_spin_nor_stop_the_port)
 {
+    constexpr int bothEnds = 2;
+    const int before = campaign::ProcessState::now().descriptors;
     const Peer open;
     ASSERT_TRUE(open.connect(port()));
     ASSERT_EQ(answerOfGoodClient(), 200); // accepted behind the other one
+    ASSERT_TRUE(support::waitFor(
+        [&] { return campaign::ProcessState::now().descriptors == before + bothEnds; }));
     outlastExhaustion();
 }
 
