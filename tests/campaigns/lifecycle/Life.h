@@ -1,0 +1,52 @@
+#pragma once
+
+#include "SteppedDisplay.h"
+
+#include <PluginLoader.h>
+#include <support/LogCapture.h>
+#include <support/PluginHost.h>
+
+#include <chrono>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+
+/**
+ * One life of the plug-in in a register of its own: it is loaded, started and used until its client
+ * is in a given state, and then ended.
+ *
+ * Owner: the program; one at a time, since a process has one plug-in. Thread: the main thread.
+ * Errors: std::exception if the state is unknown or not reached.
+ * Shut-down: `end`; a life that is not ended goes on as the process exits.
+ */
+class Life
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// `state` is one of "never-started", "starting", "idle", "waiting", "retrying", "posting",
+    /// "posting-in-vain" and "connecting".
+    Life(const std::string &state, std::mt19937 &random);
+    Q_DISABLE_COPY_MOVE(Life)
+
+    /// Ends, destroys and unloads the plug-in. Returns how long that took.
+    Clock::duration end();
+
+private:
+    void start(std::chrono::milliseconds interval, int postTimeoutSeconds = 1);
+    void reachIdle();
+    void reachWaiting();
+    void reachRetrying();
+    void reachPosting(int postTimeoutSeconds = 1);
+    void reachConnecting();
+
+    int upTo(int most);
+
+    std::mt19937 &m_random;
+    const support::LogCapture m_log;
+    SteppedDisplay m_display;
+    std::unique_ptr<PluginLoader> m_loader;    // of a plug-in that is never started
+    std::unique_ptr<bench::PluginHost> m_host; // of any other
+    bool m_answersAtTheEnd = false;
+};
