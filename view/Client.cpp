@@ -56,6 +56,7 @@ Client::Client()
               {QStringLiteral("Content-Type"), QStringLiteral("application/json")}}
 {
     timer->setSingleShot(true);
+    timer->setInterval(defaultIntervalMs); // until the settings have been read
     // Queued, so that each delivery is an event of its own.
     connect(timer, &QTimer::timeout, this, &Client::onTimeout, Qt::QueuedConnection);
 }
@@ -106,15 +107,38 @@ void Client::onTimeout()
     if (!restClient)
         onStart();
 
-    const QByteArray body =
-        QJsonDocument::fromVariant(message->data).toJson(QJsonDocument::Compact);
-    restClient->post(getUrl(message->type), body, headers);
-    if (restClient->result() == 0)
+    if (restClient && isDone(*message))
         messages->lock()->remove(message->type);
     timer->start();
 }
 
+bool Client::isDone(const Message &message)
+{
+    QByteArray body;
+    try {
+        body = QJsonDocument::fromVariant(message.data).toJson(QJsonDocument::Compact);
+    } catch (...) {
+        return true; // it would throw again and again, and hold up all others
+    }
+    try {
+        restClient->post(getUrl(message.type), body, headers);
+        return restClient->result() == 0;
+    } catch (...) {
+        return false;
+    }
+}
+
+/// An exception would end the process: this is called by the event loop of the client thread.
 void Client::onStart()
+{
+    try {
+        start();
+    } catch (...) {
+        restClient.reset();
+    }
+}
+
+void Client::start()
 {
     restClient = MockFactory<RestClient>::create();
     restClient->setLogger(logger);

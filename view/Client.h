@@ -30,7 +30,9 @@ namespace view {
  * Owner: shared; created on the main thread and moved to the client thread, where it is destroyed.
  * Thread: every slot runs on the client thread. The exception is `setMessages`, which is called
  * directly, once, before that thread starts.
- * Errors: none leaves the client; a failed post is tried again.
+ * Errors: none leaves the client; a failed post is tried again. What the host throws counts as a
+ * failure: of a post, or of the start, which is tried again before the next post. A message whose
+ * values throw as they become JSON is dropped.
  * Shut-down: `stop` ends the pacing; a post under way finishes.
  */
 class Client : public QObject
@@ -70,9 +72,14 @@ protected:
     Log4Qt::Logger *logger;
     QTimer *timer;
     QUrl serverAddress;
-    QSharedPointer<RestClient> restClient; // null until onStart
+    QSharedPointer<RestClient> restClient; // null until onStart, and after one that failed
     QHash<QString, QString> headers;
     QSharedPointer<Locker<view::Messages, QMutex>> messages; // null until setMessages
+
+private:
+    void start();
+    /// Posts a message. Returns whether it may leave the queue.
+    bool isDone(const Message &message);
 };
 
 } // namespace view
