@@ -24,10 +24,11 @@ void ViewConnector::showQrPayment(const Event &event)
     if (!Singleton<Config>::instance().boolValue(QStringLiteral("View.Logic:showQrCode"), true))
         return;
 
-    dialogTypes.insert(dialogId(event), view::Message::Type::QrPayment);
+    const int id = dialogId(event);
     const QString qrCode = event.value(QStringLiteral("qrCode"), QVariant()).toString();
     const int amount = event.value(QStringLiteral("amount"), QVariant()).toInt();
     const int timeout = event.value(QStringLiteral("timeout"), QVariant()).toInt();
+    dialogTypes.insert(id, view::Message::Type::QrPayment); // only now: reading may throw
     addMessage({view::Message::Type::QrPayment,
                 {{QStringLiteral("qrCode"), qrCode},
                  {QStringLiteral("amount"), amount},
@@ -43,13 +44,15 @@ void ViewConnector::showOrScrollPriceList(const Event &event)
         return;
     }
 
-    dialogTypes.insert(dialogId(event), view::Message::Type::PriceList);
+    const int id = dialogId(event);
     const auto title = event.value(QStringLiteral("title"), QVariant()).value<tr::Tr>();
     // Through JSON, so that only what the display can get is queued, not a type of the host.
     const QVariant data = QJsonValue::fromVariant(event.value(dataKey, QVariant())).toVariant();
     const int columns = event.value(QStringLiteral("columns"), QVariant()).toInt();
+    const QString titleText = title.ui();
+    dialogTypes.insert(id, view::Message::Type::PriceList); // only now: reading may throw
     addMessage({view::Message::Type::PriceList,
-                {{QStringLiteral("title"), title.ui()},
+                {{QStringLiteral("title"), titleText},
                  {dataKey, data},
                  {QStringLiteral("columns"), columns}}});
 }

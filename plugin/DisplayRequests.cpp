@@ -22,10 +22,15 @@ void ViewConnector::requestReceived(const RequestHeader &, const QByteArray &con
 
     // What is no JSON object reads as an empty one.
     const QJsonObject message = QJsonDocument::fromJson(content).object();
-    if (message.value(QStringLiteral("type")).toString() == u"request")
-        processRequest(message);
-    else
-        processResult(message);
+    try {
+        if (message.value(QStringLiteral("type")).toString() == u"request")
+            processRequest(message);
+        else
+            processResult(message);
+    } catch (...) {
+        // The host's store of pictures or its settings have failed. The display has its
+        // acknowledgement, and there is nobody above but the event loop.
+    }
 }
 
 void ViewConnector::processRequest(const QJsonObject &request)

@@ -37,8 +37,11 @@ class Logger;
  * Owner: the host, through the Qt plug-in entry; one instance in a process.
  * Thread: the host's main thread, all of it. Only the queue is shared with the client thread. No
  * member waits for the network.
- * Errors: none reaches the host: what is missing takes its default, what is unknown is ignored,
- * what the display did not accept is sent again.
+ * Errors: none of its own reaches the host: what is missing takes its default, what is unknown is
+ * ignored, what the display did not accept is sent again. What the host throws in a call that the
+ * plug-in makes passes through the host's own call of the plug-in, which stays usable; after a
+ * start that threw, `deinit` comes before the next. On the client thread or out of a request of the
+ * display it ends there, and what was under way is tried again or left.
  * Shut-down: `deinit` cuts the links and drops what waits; the thread goes on and `init` may follow
  * again. The destructor ends the thread and waits for it at most a second; a post that takes longer
  * ends by itself afterwards, without this object.
