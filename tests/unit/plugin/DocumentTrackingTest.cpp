@@ -70,6 +70,19 @@ TEST_F(DocumentTracking, The_document_is_shared_with_the_host_until_the_next_one
     EXPECT_TRUE(watched.isNull());
 }
 
+TEST_F(DocumentTracking,
+       A_document_that_the_host_drops_is_still_sent_at_a_change_until_the_next_one)
+{
+    connector->initTriggers();
+    const auto triggers = connector->triggers();
+    for (int sum = 1; sum <= 3; ++sum) {
+        connector->setDocument(document("sum", sum)); // the host keeps nothing of it
+        connector->takeSent();
+        triggers.constFirst().run({});
+        EXPECT_EQ(connector->takeSent(), QList{Message(Type::UpdateDocument, {{"sum", sum}})});
+    }
+}
+
 TEST_F(DocumentTracking, Without_a_document_an_empty_map_is_sent)
 {
     connector->setDocument(document("sum", 5));
