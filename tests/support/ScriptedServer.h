@@ -1,5 +1,6 @@
 #pragma once
 
+#include <support/LoopbackServer.h>
 #include <support/ScriptedAnswer.h>
 #include <support/ScriptedRequest.h>
 
@@ -7,13 +8,8 @@
 #include <QList>
 #include <QUrl>
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <mutex>
-#include <set>
-#include <thread>
-#include <vector>
 
 namespace support {
 
@@ -22,8 +18,8 @@ namespace support {
  * each as the test's script says: well, badly, slowly or never.
  *
  * Owner: the test.
- * Thread: it listens on a thread of its own and serves each connection on another, so that a client
- * may block the test's thread. Every member is for the test's thread.
+ * Thread: those of a LoopbackServer, so that a client may block the test's thread. Every member is
+ * for the test's thread.
  * Errors: the constructor and `comeUp` throw std::system_error if there is no port.
  * Shut-down: the destructor and `goDown` cut all connections, whatever they are at, and return when
  * the threads have ended.
@@ -35,11 +31,8 @@ public:
 
     /// Listens on a port that the system chose and answers 200.
     ScriptedServer();
-    ~ScriptedServer();
-    ScriptedServer(const ScriptedServer &) = delete;
-    ScriptedServer &operator=(const ScriptedServer &) = delete;
 
-    int port() const { return m_port; }
+    int port() const { return m_server.port(); }
     QUrl url(const QString &path = QStringLiteral("/")) const;
 
     /// The answer to every request from now on.
@@ -51,41 +44,31 @@ public:
     void answerNext(const QList<ScriptedAnswer> &queue);
 
     /// Closes the port and cuts the connections; what was received stays known.
-    void goDown();
+    void goDown() { m_server.goDown(); }
     /// Listens again, on the same port.
-    void comeUp();
+    void comeUp() { m_server.comeUp(); }
 
     QList<Request> requests() const;
+    /// Those that were not taken before, which are then forgotten.
+    QList<Request> takeRequests();
     qsizetype requestCount() const;
     /// How many connections were accepted, whether or not a request came on them.
-    int connectionCount() const;
+    int connectionCount() const { return m_server.connectionCount(); }
     /// How much the peers were willing to take so far.
     qint64 bytesSent() const;
 
 private:
-    void listen();
-    void acceptConnections(int listener);
     void serve(int socket, int connection);
     ScriptedAnswer noteArrival(Request request);
     bool give(int socket, const ScriptedAnswer &answer);
     bool send(int socket, const QByteArray &bytes);
-    bool pause(std::chrono::milliseconds time);
-    void release(int socket);
 
-    int m_port = 0;
-    int m_listener = -1;
-    std::thread m_accepting;
-    std::vector<std::thread> m_serving; // of m_accepting's thread, until that has been joined
-
-    mutable std::mutex m_mutex; // guards all that follows
-    std::condition_variable m_woken;
-    bool m_down = true;
-    std::set<int> m_sockets; // of the connections being served
+    mutable std::mutex m_mutex; // guards all that follows but the last
     std::function<ScriptedAnswer(const Request &)> m_script;
     QList<ScriptedAnswer> m_queue;
     QList<Request> m_requests;
-    int m_connections = 0;
     qint64 m_bytesSent = 0;
+    LoopbackServer m_server;
 };
 
 } // namespace support
