@@ -11,6 +11,7 @@ pkg_check_modules(qrencode REQUIRED IMPORTED_TARGET libqrencode>=4)
 include(Log4Qt)
 
 if(VIEWCONNECTOR_TESTS)
+    find_package(OpenSSL 3.0 REQUIRED COMPONENTS SSL)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
     find_package(GTest)
     find_program(NODE node)

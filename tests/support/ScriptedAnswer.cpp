@@ -27,6 +27,26 @@ ScriptedAnswer ScriptedAnswer::status(int code)
     return {.bytes = complete(line, code / 100 == 3 ? "Location: /redirected\r\n" : "", "{}")};
 }
 
+ScriptedAnswer ScriptedAnswer::chunked()
+{
+    return {
+        .bytes =
+            "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\n{\r\n1\r\n}\r\n0\r\n\r\n"};
+}
+
+ScriptedAnswer ScriptedAnswer::compressedZeros(qsizetype inflatedBytes)
+{
+    constexpr int lengthBytes = 4; // which qCompress puts before the stream
+    const auto zeros = qCompress(QByteArray(inflatedBytes, '\0')).mid(lengthBytes);
+    return {.bytes = complete("200 OK", "Content-Encoding: deflate\r\n", zeros)};
+}
+
+ScriptedAnswer ScriptedAnswer::largeHeader(qsizetype bytes)
+{
+    const auto field = "X-Filler: " + QByteArray(chunkBytes, 'x') + "\r\n";
+    return {.bytes = complete("200 OK", field.repeated(bytes / field.size() + 1), "{}")};
+}
+
 ScriptedAnswer ScriptedAnswer::slow(std::chrono::milliseconds delay)
 {
     ScriptedAnswer answer = ok();
@@ -54,6 +74,16 @@ ScriptedAnswer ScriptedAnswer::truncated()
     return {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly this", .closes = true};
 }
 
+ScriptedAnswer ScriptedAnswer::twoLengths()
+{
+    return {.bytes = complete("200 OK", "Content-Length: 1\r\n", "{}"), .closes = true};
+}
+
+ScriptedAnswer ScriptedAnswer::drippingHeader(std::chrono::milliseconds pause)
+{
+    return {.bytes = "HTTP/1.1 200 OK\r\nX-Filler: ", .repeated = "x", .pause = pause};
+}
+
 ScriptedAnswer ScriptedAnswer::dripping(std::chrono::milliseconds pause)
 {
     return {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\n",
@@ -64,6 +94,12 @@ ScriptedAnswer ScriptedAnswer::dripping(std::chrono::milliseconds pause)
 ScriptedAnswer ScriptedAnswer::endlessBody()
 {
     return {.bytes = "HTTP/1.1 200 OK\r\n\r\n", .repeated = QByteArray(chunkBytes, 'x')};
+}
+
+ScriptedAnswer ScriptedAnswer::largeBody(qint64 bytes)
+{
+    return {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(bytes) + "\r\n\r\n",
+            .repeated = QByteArray(chunkBytes, 'x')};
 }
 
 ScriptedAnswer ScriptedAnswer::endlessHeader()

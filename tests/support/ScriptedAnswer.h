@@ -22,6 +22,12 @@ struct ScriptedAnswer
     static ScriptedAnswer ok(const QByteArray &body = "{}");
     /// A complete answer with that status; a redirect leads to "/redirected" of the same server.
     static ScriptedAnswer status(int code);
+    /// A complete answer whose body comes in chunks.
+    static ScriptedAnswer chunked();
+    /// A complete answer whose compressed body is small, and huge if it is inflated.
+    static ScriptedAnswer compressedZeros(qsizetype inflatedBytes);
+    /// A complete answer with header fields of that many bytes.
+    static ScriptedAnswer largeHeader(qsizetype bytes);
     /// A complete answer that starts after `delay`.
     static ScriptedAnswer slow(std::chrono::milliseconds delay);
     /// Bytes that are no HTTP, and the connection is closed.
@@ -32,10 +38,17 @@ struct ScriptedAnswer
     static ScriptedAnswer closed();
     /// A body that announces a length and ends before it with the connection.
     static ScriptedAnswer truncated();
+    /// A complete answer with a second Content-Length, and the connection is closed: another
+    /// length.
+    static ScriptedAnswer twoLengths();
+    /// Header fields of one byte at a time that never end.
+    static ScriptedAnswer drippingHeader(std::chrono::milliseconds pause);
     /// A body of one byte at a time that never ends.
     static ScriptedAnswer dripping(std::chrono::milliseconds pause);
     /// A body as fast as the peer takes it that never ends.
     static ScriptedAnswer endlessBody();
+    /// The same, after that length was announced.
+    static ScriptedAnswer largeBody(qint64 bytes);
     /// Header fields as fast as the peer takes them that never end.
     static ScriptedAnswer endlessHeader();
     /// Interim answers, with a pause between them, and never a final one.
