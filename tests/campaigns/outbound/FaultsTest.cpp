@@ -1,0 +1,123 @@
+#include "Outage.h"
+
+#include <campaigns/support/Campaign.h>
+#include <campaigns/support/ProcessState.h>
+#include <support/PrintQt.h>
+#include <support/Wait.h>
+
+#include <map>
+
+namespace {
+
+using namespace std::chrono_literals;
+using campaign::ProcessState;
+using support::ScriptedAnswer;
+
+constexpr qint64 megabyte = 1024 * 1024;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool memoryIsOurs = false; // the sanitizer keeps what was freed
+#else
+constexpr bool memoryIsOurs = true;
+#endif
+
+/// Outages of one kind, one after the other.
+class Outages : public Outage
+{
+protected:
+    void playMany(const Fault &fault, const ScriptedAnswer &healthy)
+    {
+        const int runs = campaign::scaled(100, 1);
+        const int warmUp = runs / 5;
+        qint64 before = 0;
+        for (int run = 0; run < runs && !HasFailure(); ++run) {
+            SCOPED_TRACE(run);
+            if (run == warmUp)
+                before = ProcessState::now().residentBytes;
+            play(fault, healthy);
+        }
+        reportCounts();
+        reportHostThread();
+        if (runs > 1)
+            checkGrowth(ProcessState::now().residentBytes - before);
+    }
+
+private:
+    void play(const Fault &fault, const ScriptedAnswer &healthy)
+    {
+        fault.strike(*this);
+        const int connections = proxy.connectionCount();
+        const auto expected = queueEverything();
+        const auto begun = posts->begunCount();
+        // One at least is tried when all are waiting.
+        ASSERT_TRUE(support::waitFor([&] { return posts->endedCount() > begun; }, 60s));
+        EXPECT_EQ(posts->delivered(), QList<int>());
+
+        heal(healthy);
+        ASSERT_TRUE(waitUntilAllIsSent());
+        expectDelivered(expected, proxy.connectionCount() - connections);
+        for (const auto &post : posts->ended())
+            ++m_results[post.result];
+        tidyUp();
+    }
+
+    void reportCounts() const
+    {
+        for (const auto &[result, count] : m_results)
+            campaign::report("posts with result " + std::to_string(result), count);
+    }
+
+    static void checkGrowth(qint64 bytes)
+    {
+        campaign::report("resident memory grown by", static_cast<double>(bytes) / 1024, "KiB");
+        if (memoryIsOurs) {
+            EXPECT_LT(bytes, 16 * megabyte); // a few large pictures
+        }
+    }
+
+    std::map<int, int> m_results; // how often each
+};
+
+class Faults : public Outages, public testing::WithParamInterface<Fault>
+{
+};
+
+struct Acceptance
+{
+    const char *name;
+    ScriptedAnswer (*answer)();
+};
+
+void PrintTo(const Acceptance &acceptance, std::ostream *out)
+{
+    *out << acceptance.name;
+}
+
+class OddAnswers : public Outages, public testing::WithParamInterface<Acceptance>
+{
+};
+
+} // namespace
+
+TEST_P(Faults, Delay_the_newest_of_each_type_and_every_picture_and_lose_none)
+{
+    playMany(GetParam(), ScriptedAnswer::ok());
+}
+
+INSTANTIATE_TEST_SUITE_P(, Faults, testing::ValuesIn(Fault::all()),
+                         [](const auto &tested) { return tested.param.name; });
+
+TEST_P(OddAnswers, Deliver_what_waited_once_in_its_order)
+{
+    playMany(Fault::refusal(), GetParam().answer());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , OddAnswers,
+    testing::Values(Acceptance{"Status204", [] { return ScriptedAnswer::status(204); }},
+                    Acceptance{"Chunked", [] { return ScriptedAnswer::chunked(); }},
+                    // libcurl goes by the last of them, by which the answer is whole.
+                    Acceptance{"TwoLengths", [] { return ScriptedAnswer::twoLengths(); }},
+                    Acceptance{"CompressionBomb",
+                               [] { return ScriptedAnswer::compressedZeros(64 * megabyte); }}),
+    [](const auto &tested) { return std::string(tested.param.name); });
