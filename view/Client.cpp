@@ -56,7 +56,6 @@ Client::Client()
               {QStringLiteral("Content-Type"), QStringLiteral("application/json")}}
 {
     timer->setSingleShot(true);
-    timer->setInterval(defaultIntervalMs); // until the settings have been read
     // Queued, so that each delivery is an event of its own.
     connect(timer, &QTimer::timeout, this, &Client::onTimeout, Qt::QueuedConnection);
 }
@@ -135,6 +134,7 @@ void Client::onStart()
         start();
     } catch (...) {
         restClient.reset();
+        timer->setInterval(defaultIntervalMs); // the settings may not have been reached
     }
 }
 

@@ -8,10 +8,11 @@
 void fuzzOne(const QByteArray &input)
 {
     static auto &server = *new AnswerServer;
-    static auto &client = *new RestClient;
     server.setAnswer(input);
+    RestClient client; // a new one: the server waits for the end of the connection
     client.setRequestTimeout(5);
     const int result = client.post(server.url(), {}, {});
     fuzz::require(result == client.result(), "a post has one result");
-    fuzz::require(result != 0 || input.startsWith("HTTP/"), "only an answer is a success");
+    const bool isAnswer = input.left(5).toUpper() == "HTTP/"; // libcurl takes small letters too
+    fuzz::require(result != 0 || isAnswer, "only an answer is a success");
 }

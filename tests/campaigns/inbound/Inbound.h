@@ -3,6 +3,7 @@
 #include "GoodClient.h"
 
 #include <campaigns/support/Campaign.h>
+#include <support/MemoryIsOurs.h>
 #include <support/RunningEndpoint.h>
 
 #include <QElapsedTimer>
@@ -18,17 +19,11 @@ namespace inbound {
 
 using namespace std::chrono_literals;
 
-#if defined(__SANITIZE_ADDRESS__)
-inline constexpr bool isMeasured = false; // the sanitizer takes time, and keeps what was freed
-#else
-inline constexpr bool isMeasured = true;
-#endif
-
 /// Bounds of time are only the specified ones in a whole campaign; other tests run on whatever
 /// machine, beside whatever load.
 inline std::chrono::milliseconds promptly()
 {
-    return isMeasured ? std::chrono::milliseconds(campaign::scaled(1000, 30'000)) : 60s;
+    return support::memoryIsOurs ? std::chrono::milliseconds(campaign::scaled(1000, 30'000)) : 60s;
 }
 
 /// The plug-in's port under fire. The host's main thread runs its events all the time, and a timer

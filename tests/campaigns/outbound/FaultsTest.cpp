@@ -2,6 +2,7 @@
 
 #include <campaigns/support/Campaign.h>
 #include <campaigns/support/ProcessState.h>
+#include <support/MemoryIsOurs.h>
 #include <support/PrintQt.h>
 #include <support/Wait.h>
 
@@ -14,12 +15,6 @@ using campaign::ProcessState;
 using support::ScriptedAnswer;
 
 constexpr qint64 megabyte = 1024 * 1024;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool memoryIsOurs = false; // the sanitizer keeps what was freed
-#else
-constexpr bool memoryIsOurs = true;
-#endif
 
 /// Outages of one kind, one after the other.
 class Outages : public Outage
@@ -70,7 +65,7 @@ private:
     static void checkGrowth(qint64 bytes)
     {
         campaign::report("resident memory grown by", static_cast<double>(bytes) / 1024, "KiB");
-        if (memoryIsOurs) {
+        if (support::memoryIsOurs) {
             EXPECT_LT(bytes, 16 * megabyte); // a few large pictures
         }
     }

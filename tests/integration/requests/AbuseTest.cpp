@@ -1,6 +1,7 @@
 #include "RawRequest.h"
 #include "SlowClients.h"
 
+#include <support/MemoryIsOurs.h>
 #include <support/RunningEndpoint.h>
 
 #include <QElapsedTimer>
@@ -15,12 +16,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using support::RawClient;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool memoryIsOurs = false; // the sanitizer keeps what was freed
-#else
-constexpr bool memoryIsOurs = true;
-#endif
 
 qint64 residentBytes()
 {
@@ -97,7 +92,7 @@ TEST_F(Abuse, Of_thousands_of_bad_requests_and_an_endless_body_leaves_memory_as_
     sendEndlessBody(100);
     const auto after = residentBytes();
     RecordProperty("grownByKiB", static_cast<int>((after - before) / 1024));
-    if (memoryIsOurs) {
+    if (support::memoryIsOurs) {
         EXPECT_LT(after - before, tolerated);
     }
     EXPECT_EQ(delivered, 0);
