@@ -4,6 +4,7 @@ include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 
 check_pie_supported(LANGUAGES CXX) # else CMake compiles for it but does not link for it
+# Takes effect where the system's own start files are marked too; those of Debian 12 are not.
 check_cxx_compiler_flag(-fcf-protection=full HAS_CONTROL_FLOW_PROTECTION) # x86
 check_cxx_compiler_flag(-mbranch-protection=standard HAS_BRANCH_PROTECTION) # ARM
 

@@ -18,7 +18,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qsizetype largePictureBytes = 8 * 1024 * 1024; // more than the system takes at once
 constexpr int burst = 200;
 constexpr int laterPictures = 4;
 constexpr auto aLongTime = 60s;
@@ -127,10 +126,10 @@ int Outage::queue(Type type, qsizetype pictureBytes)
     return m_lastNumber;
 }
 
-QList<int> Outage::queueEverything()
+QList<int> Outage::queueEverything(qsizetype firstPictureBytes)
 {
     std::map<Type, QList<int>> expected{
-        {Type::ImageData, {queue(Type::ImageData, largePictureBytes)}}};
+        {Type::ImageData, {queue(Type::ImageData, firstPictureBytes)}}};
     EXPECT_TRUE(support::waitFor([this] { return posts->begunCount() > 0; }, aLongTime));
 
     std::vector<Type> types(burst, Type::UpdateDocument);

@@ -49,7 +49,8 @@ protected:
 
     /// A first picture, and while it is posted, in a random order: a burst of messages of every
     /// type, and pictures. Returns the numbers of those that the display must get, in their order.
-    QList<int> queueEverything();
+    /// A large picture takes longer to post than the system takes bytes at once.
+    QList<int> queueEverything(qsizetype firstPictureBytes = 8 * 1024 * 1024);
 
     /// Waits until the plug-in has nothing left to send, which all must have been delivered then.
     bool waitUntilAllIsSent() const;
