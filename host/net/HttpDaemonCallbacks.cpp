@@ -13,13 +13,17 @@ constexpr std::ptrdiff_t maxQueryArguments = 250;
 
 } // namespace
 
-void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **,
+/// The connection owns its exchange, since the library does not tell the completion of every
+/// request: not of a further one on the connection that it finds no room for.
+void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection, void **exchange,
                                          MHD_ConnectionNotificationCode code)
 {
     auto &daemon = *static_cast<HttpDaemon *>(self);
     if (code == MHD_CONNECTION_NOTIFY_STARTED) {
+        *exchange = new ExchangePtr;
         daemon.m_connections.add(connection);
     } else {
+        delete static_cast<ExchangePtr *>(*exchange);
         daemon.m_connections.remove(connection);
         daemon.m_hasRoom = true;
     }
@@ -33,7 +37,10 @@ void *HttpDaemon::Callbacks::onUri(void *self, const char *uri, MHD_Connection *
                                       QStringLiteral("слишком много параметров"));
         daemon.m_connections.cut(connection, "414 URI Too Long");
     }
-    return new ExchangePtr(std::make_shared<HttpExchange>(uri)); // deleted by onCompleted
+    const auto *info = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
+    auto *exchange = static_cast<ExchangePtr *>(info->socket_context);
+    *exchange = std::make_shared<HttpExchange>(uri);
+    return exchange;
 }
 
 MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connection, const char *,
@@ -68,7 +75,8 @@ MHD_Result HttpDaemon::Callbacks::onRequest(void *self, MHD_Connection *connecti
 void HttpDaemon::Callbacks::onCompleted(void *self, MHD_Connection *connection, void **request,
                                         MHD_RequestTerminationCode)
 {
-    delete static_cast<ExchangePtr *>(*request);
+    if (*request != nullptr)
+        static_cast<ExchangePtr *>(*request)->reset();
     *request = nullptr;
     static_cast<HttpDaemon *>(self)->m_connections.awaitNext(connection);
 }

@@ -7,7 +7,7 @@
 /// What libmicrohttpd calls, on the network thread; `self` is the HttpDaemon.
 struct HttpDaemon::Callbacks
 {
-    static void onConnection(void *self, MHD_Connection *connection, void **context,
+    static void onConnection(void *self, MHD_Connection *connection, void **exchange,
                              MHD_ConnectionNotificationCode code);
     static void *onUri(void *self, const char *uri, MHD_Connection *connection);
     static MHD_Result onRequest(void *self, MHD_Connection *connection, const char *url,
