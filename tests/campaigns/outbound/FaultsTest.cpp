@@ -43,9 +43,7 @@ private:
         fault.strike(*this);
         const int connections = proxy.connectionCount();
         const auto expected = queueEverything();
-        const auto begun = posts->begunCount();
-        // One at least is tried when all are waiting.
-        ASSERT_TRUE(support::waitFor([&] { return posts->endedCount() > begun; }, 60s));
+        ASSERT_TRUE(waitForAnAttempt());
         EXPECT_EQ(posts->delivered(), QList<int>());
 
         heal(healthy);

@@ -50,7 +50,8 @@ TEST_F(Flapping, Of_the_display_each_100_ms_loses_nothing)
     for (int run = 0; run < campaign::scaled(100, 1) && !HasFailure(); ++run) {
         SCOPED_TRACE(run);
         proxy.goDown();
-        m_expected = queueEverything(1000);         // which gets through while the port is open
+        m_expected = queueEverything(1000); // which gets through while the port is open
+        ASSERT_TRUE(waitForAnAttempt());
         display.answer(ScriptedAnswer::slow(30ms)); // so that posts are under way at the cuts
         flapUntilAllIsSent();
         EXPECT_EQ(posts->delivered(), m_expected);

@@ -152,6 +152,12 @@ QList<int> Outage::queueEverything(qsizetype firstPictureBytes)
     return inOrder;
 }
 
+bool Outage::waitForAnAttempt() const
+{
+    const auto begun = posts->begunCount();
+    return support::waitFor([&] { return posts->endedCount() > begun; }, aLongTime);
+}
+
 bool Outage::waitUntilAllIsSent() const
 {
     return support::waitFor(

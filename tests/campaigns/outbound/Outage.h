@@ -52,6 +52,10 @@ protected:
     /// A large picture takes longer to post than the system takes bytes at once.
     QList<int> queueEverything(qsizetype firstPictureBytes = 8 * 1024 * 1024);
 
+    /// Waits until a post has ended that began after this was called, so that what is queued by now
+    /// cannot go with an older message.
+    bool waitForAnAttempt() const;
+
     /// Waits until the plug-in has nothing left to send, which all must have been delivered then.
     bool waitUntilAllIsSent() const;
 
