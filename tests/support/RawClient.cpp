@@ -26,6 +26,7 @@ RawClient::RawClient(int port)
 
 void RawClient::send(const QByteArray &bytes)
 {
+    received(); // a write that fails drops what has come
     m_socket.write(bytes);
     m_socket.flush();
 }
