@@ -2,7 +2,9 @@
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    # Precompiled headers are found again only so.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+                                    ${CCACHE})
 endif()
 
 add_library(project_options INTERFACE)

@@ -1,7 +1,7 @@
-#include "Wait.h"
-
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QThread>
 
 #include <gmock/gmock.h>
 
@@ -15,7 +15,9 @@ void waitForEndedThreads()
     const auto isAlone = [] {
         return QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() == 1;
     };
-    support::waitFor(isAlone, std::chrono::seconds(1));
+    const QDeadlineTimer limit(std::chrono::seconds(1));
+    while (!isAlone() && !limit.hasExpired())
+        QThread::msleep(1);
 }
 
 } // namespace

@@ -50,7 +50,7 @@ protected:
 
 TEST_F(Unloading, The_object_goes_and_the_code_stays)
 {
-    PluginLoader loader(QStringLiteral(PLUGIN));
+    PluginLoader loader(QStringLiteral(PLUGIN_FILE));
     const QPointer<QObject> object = loader.object();
     ASSERT_TRUE(loader.plugin()->init());
     ASSERT_FALSE(object.isNull());
@@ -62,7 +62,7 @@ TEST_F(Unloading, The_object_goes_and_the_code_stays)
 TEST_F(Unloading, A_library_that_is_loaded_again_gives_another_plugin_that_works)
 {
     for (int time = 1; time <= 3; ++time) {
-        PluginLoader loader(QStringLiteral(PLUGIN));
+        PluginLoader loader(QStringLiteral(PLUGIN_FILE));
         ASSERT_TRUE(loader.plugin()->init());
         ASSERT_TRUE(support::waitFor([&] { return display.requestCount() == 2 * time - 1; }));
         loader.documentWatcher()->setDocument(QSharedPointer<Receipt>::create(1));

@@ -85,7 +85,7 @@ TEST_F(Shutdown, A_register_ends_in_about_a_second_while_a_post_hangs_for_five)
 TEST_P(CarelessHost, Ends_with_its_own_exit_code_while_a_post_hangs)
 {
     startUntilItPosts(QStringLiteral(CARELESS_HOST),
-                      {GetParam(), QStringLiteral(PLUGIN), configFile});
+                      {GetParam(), QStringLiteral(PLUGIN_FILE), configFile});
     end({});
 
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, CarelessHost,
 TEST_F(Shutdown, A_plugin_that_was_never_initialised_is_unloaded_without_a_trace)
 {
     process.start(QStringLiteral(CARELESS_HOST),
-                  {"never-initialised", QStringLiteral(PLUGIN), configFile});
+                  {"never-initialised", QStringLiteral(PLUGIN_FILE), configFile});
     ASSERT_TRUE(support::waitFor([&] { return process.state() == QProcess::NotRunning; }));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 42); // LeakSanitizer would change it
@@ -115,7 +115,7 @@ TEST(PluginLibrary, Asks_the_loader_never_to_unmap_it)
 {
     // Some compilers' symbols keep a library mapped by chance; this does not rest on them.
     QProcess readelf;
-    readelf.start(QStringLiteral("readelf"), {"--dynamic", QStringLiteral(PLUGIN)});
+    readelf.start(QStringLiteral("readelf"), {"--dynamic", QStringLiteral(PLUGIN_FILE)});
     ASSERT_TRUE(readelf.waitForFinished());
     EXPECT_TRUE(readelf.readAllStandardOutput().contains("NODELETE"));
 }
@@ -123,7 +123,7 @@ TEST(PluginLibrary, Asks_the_loader_never_to_unmap_it)
 TEST_F(Shutdown, Code_of_the_plugin_stays_mapped_after_it_was_unloaded)
 {
     startUntilItPosts(QStringLiteral(CARELESS_HOST),
-                      {"unload-and-go-on", QStringLiteral(PLUGIN), configFile});
+                      {"unload-and-go-on", QStringLiteral(PLUGIN_FILE), configFile});
     process.write("\n");
     support::letPass(1500ms); // the plug-in object is gone, its thread still posts
     QFile maps(QStringLiteral("/proc/%1/maps").arg(process.processId()));
@@ -137,7 +137,7 @@ TEST_F(Shutdown, A_post_that_outlasts_the_plugin_ends_by_itself_while_the_host_g
 {
     configure(2); // the plug-in is gone after one second, the host ends after three and a half
     startUntilItPosts(QStringLiteral(CARELESS_HOST),
-                      {"unload-and-go-on", QStringLiteral(PLUGIN), configFile});
+                      {"unload-and-go-on", QStringLiteral(PLUGIN_FILE), configFile});
     end({});
 
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);

@@ -4,6 +4,7 @@ using namespace std::string_view_literals;
 
 std::vector<RawRequest> malformedChunks()
 {
+    const std::string manyDigits(100, 'f');
     const std::string muchTooLong(200'000, 'a');
     return {
         {"size_not_hexadecimal", chunks("g\r\nhello\r\n0\r\n\r\n"), {400}},
@@ -18,7 +19,7 @@ std::vector<RawRequest> malformedChunks()
         {"size_in_quotes", chunks("\"5\"\r\nhello\r\n0\r\n\r\n"), {400}},
         {"size_over_64_bits", chunks("10000000000000000\r\nhello\r\n0\r\n\r\n"), {400, 413}},
         {"size_wraps_to_5", chunks("10000000000000005\r\nhello\r\n0\r\n\r\n"), {400, 413}},
-        {"size_of_many_digits", chunks(std::string(100, 'f') + "\r\nhello\r\n"), {400, 413}},
+        {"size_of_many_digits", chunks(manyDigits + "\r\nhello\r\n"), {400, 413}},
         {"size_without_end", chunks(muchTooLong), {400, 413, closed}},
         {"only_an_extension", chunks(";a=b\r\nhello\r\n0\r\n\r\n"), {400}},
         {"data_longer_than_size", chunks("3\r\nhello\r\n0\r\n\r\n"), {400}},

@@ -25,7 +25,7 @@ protected:
     /// A plug-in like the right one but for some bytes.
     QString spoiled(const QByteArray &before, const QByteArray &after) const
     {
-        QFile original(QStringLiteral(PLUGIN));
+        QFile original(QStringLiteral(PLUGIN_FILE));
         EXPECT_TRUE(original.open(QIODevice::ReadOnly));
         auto content = original.readAll();
         EXPECT_TRUE(content.contains(before)) << before.toStdString();
@@ -43,7 +43,7 @@ protected:
 
 TEST_F(PluginCheck, Loads_the_plugin_and_names_the_versions_of_qt)
 {
-    const auto finding = check(PLUGIN);
+    const auto finding = check(PLUGIN_FILE);
     EXPECT_EQ(finding.status, Status::Ok) << english(finding).toStdString();
     EXPECT_EQ(finding.details["interface"].toString(), "su.tavro.AbstractPlugin");
     EXPECT_EQ(finding.details["runningQt"].toString(), QLibraryInfo::version().toString());

@@ -116,7 +116,7 @@ TEST(TillWithTheShippedPlugin, Delivers_and_counts_the_same_messages)
     singletons.config().setValue("ViewConnector:port", 0);
     singletons.config().setValue("ViewConnector:interval", 20);
 
-    Till till(QStringLiteral(PLUGIN));
+    Till till(QStringLiteral(PLUGIN_FILE));
     ASSERT_TRUE(till.init());
     till.setDocument(QSharedPointer<Receipt>::create(1));
     till.notify(Event(SecondScreenContent, {{"data", "x"}, {"type", 1}}));
