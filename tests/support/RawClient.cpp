@@ -1,22 +1,10 @@
 #include <support/RawClient.h>
 
+#include <support/HttpHead.h>
+
 #include <QHostAddress>
 
 namespace support {
-
-namespace {
-
-qsizetype contentLength(const QByteArray &header)
-{
-    static const QByteArray name = "content-length:";
-    const auto begin = header.toLower().indexOf(name);
-    if (begin < 0)
-        return 0;
-    const auto value = begin + name.size();
-    return header.mid(value, header.indexOf('\r', value) - value).trimmed().toLongLong();
-}
-
-} // namespace
 
 RawClient::RawClient(int port)
 {

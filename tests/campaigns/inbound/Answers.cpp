@@ -1,5 +1,7 @@
 #include "Answers.h"
 
+#include <support/HttpHead.h>
+
 namespace inbound {
 
 namespace {
@@ -12,16 +14,6 @@ int statusOf(const QByteArray &head)
     bool isNumber = false;
     const int status = head.mid(9, 3).toInt(&isNumber);
     return isNumber && status >= 100 && status < 600 ? status : 0;
-}
-
-qsizetype bodySizeOf(const QByteArray &head)
-{
-    static const QByteArray name = "\r\ncontent-length: ";
-    const auto at = head.toLower().indexOf(name);
-    if (at < 0)
-        return 0;
-    const auto begin = at + name.size();
-    return head.mid(begin, head.indexOf('\r', begin) - begin).toLongLong();
 }
 
 } // namespace
@@ -43,7 +35,7 @@ std::optional<int> Answers::takeAny()
     const int status = statusOf(head);
     m_isGarbled = status == 0;
     m_isLast = status >= 400 && head.contains("\r\nConnection: close\r\n");
-    const auto size = m_isLast ? m_arrived.size() : end + 4 + bodySizeOf(head);
+    const auto size = m_isLast ? m_arrived.size() : end + 4 + support::contentLength(head);
     if (m_isGarbled || m_arrived.size() < size)
         return std::nullopt;
     m_arrived.remove(0, size);
