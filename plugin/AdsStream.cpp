@@ -59,6 +59,18 @@ std::optional<Answer> readAnswer(const QNetworkReply &reply, const QByteArray &b
     return answer;
 }
 
+/// Nothing if the host agrees on no key or does not trust the text; it may say so by throwing, and
+/// above a reply there is nobody but the event loop.
+QByteArray decrypted(const QByteArray &privateKey, const Answer &answer)
+{
+    try {
+        const auto key = ssl::deriveKey(ssl::PrivateKey::fromDer(privateKey), answer.serviceKey);
+        return ssl::decryptWithGcm(key, answer.stream);
+    } catch (...) {
+        return {};
+    }
+}
+
 QUrl streamAddress(const QJsonObject &stream)
 {
     QUrl address(QStringLiteral("ads://") + stream.value(QStringLiteral("listen")).toString());
@@ -134,11 +146,8 @@ void ViewConnector::onAdsStreamConnectFinished()
         return;
     }
 
-    const auto privateKey =
-        ssl::PrivateKey::fromDer(reply->property(privateKeyProperty).toByteArray());
-    const auto key = ssl::deriveKey(privateKey, answer->serviceKey);
-    const QByteArray plaintext = ssl::decryptWithGcm(key, answer->stream);
-
+    const QByteArray plaintext =
+        decrypted(reply->property(privateKeyProperty).toByteArray(), *answer);
     QJsonParseError error{};
     const QJsonObject stream = QJsonDocument::fromJson(plaintext, &error).object();
     if (error.error != QJsonParseError::NoError) {

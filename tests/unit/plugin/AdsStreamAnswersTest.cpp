@@ -9,6 +9,7 @@
 #include <QNetworkReply>
 #include <QPointer>
 
+#include <algorithm>
 #include <atomic>
 
 namespace {
@@ -144,6 +145,36 @@ TEST_F(AdsStreamAnswers, A_reply_that_has_finished_is_no_longer_listened_to)
     reply->fail();
     reply->finish();
     EXPECT_EQ(log.textsOf("viewconnector"), QStringList{emptyAnswer});
+    EXPECT_TRUE(support::waitFor([&] { return reply.isNull(); }));
+}
+
+/// A good answer, to a question whose private key is lost: a host does not agree on a key then.
+class UnansweredKeyReply : public SlowReply
+{
+public:
+    explicit UnansweredKeyReply(const ProbedConnector &plugin) : SlowReply(plugin)
+    {
+        setRawHeader("X-PK", ssl::generateKeyPairEC().second.der().toBase64());
+        setRawHeader("X-IV", QByteArray(16, 'i').toBase64());
+    }
+    qint64 readData(char *data, qint64 size) override
+    {
+        const auto part = m_body.left(size);
+        m_body.remove(0, part.size());
+        std::copy(part.begin(), part.end(), data);
+        return part.isEmpty() ? -1 : part.size();
+    }
+
+private:
+    QByteArray m_body{32, 'b'};
+};
+
+TEST_F(AdsStreamAnswers, What_the_host_throws_while_it_decrypts_ends_the_subscription_only)
+{
+    const QPointer reply = new UnansweredKeyReply(*connector);
+    EXPECT_NO_THROW(reply->finish());
+    EXPECT_EQ(log.textsOf("viewconnector"), QStringList{decodingError({})});
+    expectNothingElseHappened();
     EXPECT_TRUE(support::waitFor([&] { return reply.isNull(); }));
 }
 
