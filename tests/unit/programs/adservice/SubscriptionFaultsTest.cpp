@@ -28,7 +28,7 @@ protected:
     }
 
     const Announcement announcement{"127.0.0.1:38083", 3, "key"};
-    const Subscriber subscriber;
+    const Subscriber subscriber{};
 };
 
 /// As a careless register would read it.
