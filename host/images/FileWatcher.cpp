@@ -43,8 +43,8 @@ void FileWatcher::add(const QString &fileName)
 
 void FileWatcher::remove(const QString &fileName)
 {
-    if (m_files.erase(fileName) > 0)
-        m_watcher.removePath(fileName);
+    m_files.erase(fileName);
+    m_watcher.removePath(fileName);
 }
 
 bool FileWatcher::isQuiet(const QString &fileName)

@@ -139,10 +139,7 @@ HttpConnections::Clock::duration HttpConnections::allowed(Phase phase) const
         return m_options.bodyTimeout;
     case Phase::Answer:
         return m_options.answerTimeout;
-    case Phase::Waiting:
-    case Phase::Stream:
-    case Phase::Cut:
-        break;
+    default:
+        return {}; // no deadline
     }
-    return {}; // no deadline
 }

@@ -157,8 +157,7 @@ int HttpDaemon::port() const
 {
     if (!m_handle)
         return 0;
-    const auto *info = MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_BIND_PORT);
-    return info == nullptr ? 0 : info->port;
+    return MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_BIND_PORT)->port;
 }
 
 /// Takes a request whose header is complete, or gives it its refusal before the body is read.

@@ -57,7 +57,7 @@ CurlList toCurlList(const RestClient::Headers &headers)
 
 bool isSuccess(long status)
 {
-    return status >= 200 && status < 300;
+    return status / 100 == 2;
 }
 
 } // namespace
@@ -148,7 +148,7 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
         availability.succeeded();
     else
         availability.failed(failureText(code, status));
-    if (!compactLogs && logger != nullptr && logger->isDebugEnabled())
+    if (!compactLogs && logger != nullptr)
         logger->debug(QStringLiteral("%1: POST %2, %3 байт: %4")
                           .arg(alias, url.toString())
                           .arg(body.size())

@@ -65,6 +65,17 @@ TEST_F(HttpStreams, Bring_each_piece_when_it_is_written)
     EXPECT_TRUE(hasReceived(client, "two;"));
 }
 
+TEST_F(HttpStreams, Go_on_after_an_empty_piece)
+{
+    start();
+    RawClient client(server->port());
+    open(client);
+    stream->write(""); // as a chunk it would end the body
+    stream->write("next;");
+    EXPECT_TRUE(hasReceived(client, "\r\nnext;"));
+    EXPECT_FALSE(client.received().contains("\r\n0\r\n"));
+}
+
 TEST_F(HttpStreams, End_when_their_writer_lets_go)
 {
     start();
