@@ -27,6 +27,13 @@ class RestClientAnswers : public RestClientFixture, public testing::WithParamInt
 {
 };
 
+/// A whole answer with a head of that size.
+ScriptedAnswer withHeadOf(qsizetype bytes)
+{
+    const QByteArray begin = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\nX: ";
+    return {.bytes = begin + QByteArray(bytes - begin.size() - 4, 'x') + "\r\n\r\n"};
+}
+
 const Row rows[] = {
     {"a_200", ScriptedAnswer::ok(), 0},
     {"a_200_with_a_large_body", ScriptedAnswer::ok(QByteArray(1024 * 1024, 'x')), 0},
@@ -43,6 +50,8 @@ const Row rows[] = {
     {"a_truncated_answer", ScriptedAnswer::truncated(), CURLE_PARTIAL_FILE},
     {"a_body_beyond_the_limit", ScriptedAnswer::ok(QByteArray(1024 * 1024 + 1, 'x')),
      CURLE_WRITE_ERROR},
+    {"a_head_of_the_limit", withHeadOf(64 * 1024), 0},
+    {"a_head_beyond_the_limit", withHeadOf(64 * 1024 + 1), CURLE_WRITE_ERROR},
 };
 
 class RestClientFloods : public RestClientFixture
