@@ -1,9 +1,11 @@
-"""A copy of the tree in which one line at a time is wrong."""
+"""A copy of the tree in which one line at a time is wrong, and what the tests make of it."""
 
+import os
 import pathlib
 import resource
 import shutil
 import subprocess
+import tempfile
 
 # Which test programs may notice, the nearest ones first.
 _NEAR_FOLDER = {
@@ -11,7 +13,7 @@ _NEAR_FOLDER = {
     "view": ["view_tests", "thread_tests", "plugin_tests"],
     "host/net": ["host_net_tests", "thread_tests", "pages_tests", "adservice_tests"],
 }
-_ALWAYS = ["plugin_tests", "view_tests", "delivery_tests", "requests_tests"]
+_ALWAYS = ["view_tests", "plugin_tests", "requests_tests", "delivery_tests"]
 _MEMORY = 4 << 30
 _PATIENCE = 300  # seconds; the slowest of them takes a tenth
 
@@ -22,33 +24,29 @@ def _suites(file):
     return list(dict.fromkeys(near + _ALWAYS))
 
 
-def _every_suite(root):
-    folders = [path.name for path in (root / "host").iterdir() if path.is_dir()]
-    names = [f"host_{folder}_tests" for folder in folders]
-    return sorted({*names, *_ALWAYS, *(name for names in _NEAR_FOLDER.values() for name in names)})
-
-
 class Workshop:
-    """Owner: one thread. Throws CalledProcessError if what is right cannot be built or fails."""
+    """Builds one mutant after the other. Throws CalledProcessError if what is right cannot be built."""
 
     def __init__(self, root, folder):
+        self._folder = folder
         self._source = folder / "source"
         self._build = folder / "build"
-        shutil.rmtree(self._source, ignore_errors=True)
+        shutil.rmtree(folder, ignore_errors=True)
         files = subprocess.run(["git", "ls-files", "-z"], cwd=root, check=True, capture_output=True)
         for name in files.stdout.decode().rstrip("\0").split("\0"):
             target = self._source / name
             target.parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy2(root / name, target)
+            shutil.copy2(root / name, target, follow_symlinks=False)
         self._configure()
-        every = _every_suite(root)
-        self._compile(every).check_returncode()
-        for suite in every:
-            if self._run(suite) != "passed":
-                raise RuntimeError(f"{suite} fails before anything is made wrong")
 
-    def judge(self, file, mutant):
-        """What becomes of a mutant: "noticed", "hung", "survived" or "stillborn"."""
+    def unchanged(self, files):
+        """A trial of what is right, by each program that may judge a mutant of these files."""
+        suites = sorted({suite for file in files for suite in _suites(file)})
+        self._compile(suites).check_returncode()
+        return Trial(self._build, suites, self._folder)
+
+    def mutated(self, file, mutant):
+        """A trial of a mutant, or None if it does not compile."""
         path = self._source / file
         right = path.read_text()
         lines = right.split("\n")
@@ -57,31 +55,51 @@ class Workshop:
         try:
             suites = _suites(file)
             if self._compile(suites).returncode != 0:
-                return "stillborn"
-            for suite in suites:
-                if (verdict := self._run(suite)) != "passed":
-                    return verdict
-            return "survived"
+                return None
+            return Trial(self._build, suites, self._folder)
         finally:
             path.write_text(right)
 
     def _configure(self):
-        # Tests that link a library which changed inside need no new link.
+        # Tests that link a library which changed inside need no new link. Clang is the faster one.
         subprocess.run(
             ["cmake", "-S", self._source, "-B", self._build, "-G", "Ninja", "--log-level=WARNING",
-             "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS=-O0 -g0",
-             "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DVIEWCONNECTOR_WERROR=OFF"],
+             "-DCMAKE_CXX_COMPILER=clang++-14", "-DCMAKE_BUILD_TYPE=Debug",
+             "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -g0", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
+             "-DVIEWCONNECTOR_WERROR=OFF"],
             check=True, stdout=subprocess.DEVNULL)
 
     def _compile(self, suites):
         return subprocess.run(["cmake", "--build", self._build, "--target", *suites],
                               capture_output=True, check=False)
 
+
+class Trial:
+    """Programs as they were when this was made: a linker leaves the file of before to who holds it."""
+
+    def __init__(self, build, suites, folder):
+        self._suites = suites
+        self._folder = pathlib.Path(tempfile.mkdtemp(dir=folder))
+        for path in [*build.glob("lib/*.so*"), *(build / "tests" / suite for suite in suites)]:
+            os.link(path, self._folder / path.name, follow_symlinks=False)
+
+    def judge(self):
+        """What the tests say: "noticed", "hung" or "survived". They say it twice, since a test may be
+        late for once where many run."""
+        try:
+            for suite in self._suites:
+                if self._run(suite) != "passed" and (verdict := self._run(suite)) != "passed":
+                    return verdict
+            return "survived"
+        finally:
+            shutil.rmtree(self._folder)
+
     def _run(self, suite):
         try:
             ended = subprocess.run(
-                [self._build / "tests" / suite, "--gtest_fail_fast", "--gtest_brief=1"],
-                capture_output=True, check=False, timeout=_PATIENCE, cwd=self._build,
+                [self._folder / suite, "--gtest_fail_fast", "--gtest_brief=1"],
+                capture_output=True, check=False, timeout=_PATIENCE, cwd=self._folder,
+                env={**os.environ, "LD_LIBRARY_PATH": str(self._folder)},
                 preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (_MEMORY, _MEMORY)))
         except subprocess.TimeoutExpired:
             return "hung"
