@@ -20,6 +20,12 @@ benchmark_packages=(libbenchmark-dev valgrind gnuplot-nox python3)
 # A Node.js that is there already may have come from elsewhere, with an npm of its own.
 { command -v node && command -v npm; } >/dev/null || test_packages+=(nodejs npm)
 
+# The test programs of plugin/, view/ and host/.
+core_test_programs=(
+    host_{core,config,activity,actions,documents,plugins,net,images,ssl}_tests
+    view_tests plugin_tests delivery_tests requests_tests thread_tests
+)
+
 say() { printf '\033[1m==> %s\033[0m\n' "$*"; }
 
 die() {
