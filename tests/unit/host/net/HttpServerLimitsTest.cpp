@@ -134,13 +134,17 @@ TEST_F(HttpServerLimits, Refuse_a_target_that_is_too_long_with_414)
 
 TEST_F(HttpServerLimits, End_the_connection_with_a_refusal)
 {
-    start();
-    RawClient client(server->port());
-    client.send("GET / HTTP/1.1\r\nHost: localhost\r\nX: " + QByteArray(33'000, 'x') + "\r\n\r\n");
-    const auto answer = client.answer();
-    EXPECT_EQ(answer.status, 431);
-    EXPECT_TRUE(answer.header.contains("Connection: close"));
-    EXPECT_TRUE(client.waitForClose());
+    start(smallBodies());
+    for (const auto &request : {QByteArray("GET / HTTP/1.1\r\nHost: localhost\r\nX: \x01\r\n\r\n"),
+                                chunked(QByteArray(limit + 1, 'x'), 300)}) {
+        SCOPED_TRACE(request.left(20).toStdString());
+        RawClient client(server->port());
+        client.send(request);
+        const auto answer = client.answer();
+        EXPECT_GE(answer.status, 400);
+        EXPECT_TRUE(answer.header.contains("Connection: close"));
+        EXPECT_TRUE(client.waitForClose(5s));
+    }
 }
 
 TEST_F(HttpServerLimits, Close_a_connection_that_stays_silent)
