@@ -12,7 +12,10 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QList>
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QUrlQuery>
@@ -29,7 +32,25 @@ constexpr auto privateKeyProperty = "ads_private";
 /// An answer is some hundred bytes; a service that does not end its own would fill the memory, with
 /// the body or, since Qt has no limit for it, with the header, which the time-out ends.
 constexpr qint64 maxAnswerBytes = 1'048'576;
-constexpr std::chrono::milliseconds timeout = std::chrono::minutes(1);
+constexpr std::chrono::milliseconds timeout = std::chrono::seconds(15);
+
+/// Without a proxy Qt's network thread takes an unencrypted header off the socket byte by byte, and
+/// hears of nothing else while bytes come: not of the time-out, nor that the plug-in ends. If it is
+/// told no type of proxy, the socket finds out for itself that there is none, and has a buffer to
+/// read from, which empties.
+class InterruptibleConnections final : public QNetworkProxyFactory
+{
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
+    {
+        QList<QNetworkProxy> proxies = proxyForQuery(query);
+        for (QNetworkProxy &proxy : proxies) {
+            if (proxy.type() == QNetworkProxy::NoProxy)
+                proxy.setType(QNetworkProxy::DefaultProxy);
+        }
+        return proxies;
+    }
+};
 
 /// The parts of an answer that has the right form; what they hold is not yet known to be true.
 struct Answer
@@ -98,6 +119,7 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
     request.setTransferTimeout(static_cast<int>(timeout.count()));
 
     auto *network = new QNetworkAccessManager; // goes with its one reply, or with this object
+    network->setProxyFactory(new InterruptibleConnections);
     auto *reply = network->post(request, body);
     reply->setProperty(privateKeyProperty, privateKey.der());
     connect(reply, &QObject::destroyed, network, &QObject::deleteLater);

@@ -2,8 +2,17 @@
 
 #include "AdsStreamFixture.h"
 
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+
+#include <array>
+
 namespace {
 
+using namespace std::chrono_literals;
 using support::AdAnswer;
 using support::ScriptedAnswer;
 
@@ -46,6 +55,65 @@ TEST_F(AdsStreamLimits, An_answer_without_an_end_is_given_up_as_an_error)
     EXPECT_EQ(subscribe(2), givenUp);
     EXPECT_TRUE(connector->adTimetable.isEmpty());
     EXPECT_LT(service.bytesSent(), heldBytes);
+}
+
+/// Finds the reply by what Qt's network thread tells it.
+class ReplyWatch : public QObject
+{
+public:
+    ReplyWatch() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *object, QEvent * /*event*/) override
+    {
+        if (auto *found = qobject_cast<QNetworkReply *>(object))
+            reply = found;
+        return false;
+    }
+    QPointer<QNetworkReply> reply;
+};
+
+class EndlessAdsHeader : public AdsStreamFixture
+{
+protected:
+    void subscribeAndTakeBytes(const ScriptedAnswer &header)
+    {
+        service.answer(header);
+        const auto before = service.bytesSent();
+        connector->asyncGetAdsStream(service.url());
+        ASSERT_TRUE(support::waitFor([&] { return service.bytesSent() > before; }));
+    }
+
+    const std::array<ScriptedAnswer, 2> headers{ScriptedAnswer::endlessHeader(),
+                                                ScriptedAnswer::endlessInterim(0ms)};
+};
+
+// Qt waits for its network thread where the last of a reply goes, five seconds at most.
+TEST_F(EndlessAdsHeader, Can_be_given_up_as_at_the_time_out)
+{
+    for (const auto &header : headers) {
+        const ReplyWatch watch;
+        const auto before = log.textsOf("viewconnector").size();
+        subscribeAndTakeBytes(header);
+        ASSERT_TRUE(watch.reply);
+        const QPointer network = watch.reply->manager();
+        QElapsedTimer timer;
+        timer.start();
+        watch.reply->abort();
+        EXPECT_TRUE(support::waitFor([&] { return network.isNull(); }));
+        EXPECT_LT(timer.elapsed(), 1000);
+        EXPECT_EQ(log.textsOf("viewconnector").mid(before), givenUp);
+    }
+}
+
+TEST_F(EndlessAdsHeader, Does_not_delay_the_end_of_the_plugin)
+{
+    for (const auto &header : headers) {
+        connector = std::make_unique<RecordingConnector>();
+        subscribeAndTakeBytes(header);
+        QElapsedTimer timer;
+        timer.start();
+        connector.reset();
+        EXPECT_LT(timer.elapsed(), 1000);
+    }
 }
 
 } // namespace
