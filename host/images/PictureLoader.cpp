@@ -2,10 +2,7 @@
 
 #include <utility>
 
-PictureLoader::PictureLoader()
-{
-    m_pool.setMaxThreadCount(1);
-}
+PictureLoader::PictureLoader() : m_thread([this](const std::stop_token &stop) { run(stop); }) {}
 
 void PictureLoader::load(const QString &fileName)
 {
@@ -24,11 +21,24 @@ void PictureLoader::startNext()
     if (!m_current.isEmpty() || m_waiting.isEmpty())
         return;
     m_current = m_waiting.takeFirst();
-    m_pool.start([this, fileName = m_current] {
-        auto picture = readPictureFile(fileName);
+    {
+        const std::lock_guard guard(m_mutex);
+        m_asked = m_current;
+    }
+    m_isAsked.notify_one();
+}
+
+void PictureLoader::run(const std::stop_token &stop)
+{
+    std::unique_lock lock(m_mutex);
+    while (m_isAsked.wait(lock, stop, [this] { return m_asked.has_value(); })) {
+        const auto fileName = *std::exchange(m_asked, std::nullopt);
+        lock.unlock();
         QMetaObject::invokeMethod(
-            this, [this, picture = std::move(picture)] { finish(picture); }, Qt::QueuedConnection);
-    });
+            this, [this, picture = readPictureFile(fileName)] { finish(picture); },
+            Qt::QueuedConnection);
+        lock.lock();
+    }
 }
 
 void PictureLoader::finish(const PictureFile &picture)

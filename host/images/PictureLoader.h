@@ -5,7 +5,12 @@
 
 #include <QObject>
 #include <QStringList>
-#include <QThreadPool>
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <stop_token>
+#include <thread>
 
 /**
  * Reads pictures on a thread of its own, one after the other in the order they were asked for.
@@ -13,7 +18,8 @@
  * Owner: PictureFiles.
  * Thread: that of its creation; only the reading is done on the loader's thread. The next file is
  * read once the one before has been taken, so that contents do not pile up behind a busy thread.
- * Errors: told with the result.
+ * Errors: told with the result. The thread is none of Qt's, which end the process if there is no
+ * descriptor for their event loop.
  * Shut-down: the destructor waits for the file being read and drops the others; nothing is told
  * after it.
  */
@@ -33,9 +39,13 @@ Q_SIGNALS:
 
 private:
     void startNext();
+    void run(const std::stop_token &stop); // on the loader's thread
     void finish(const PictureFile &picture);
 
     QString m_current; // the one being read, empty if none
     QStringList m_waiting;
-    QThreadPool m_pool; // last, hence destroyed first: that waits
+    std::mutex m_mutex;
+    std::optional<QString> m_asked; // guarded by m_mutex; taken by the thread
+    std::condition_variable_any m_isAsked;
+    std::jthread m_thread; // last: it uses all the others
 };

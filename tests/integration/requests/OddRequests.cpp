@@ -3,6 +3,7 @@
 std::vector<RawRequest> oddRequests()
 {
     const std::string almostTooLong(30'000, 'a');
+    const std::string longMethod(1000, 'M');
     std::string manyFields;
     for (int i = 0; i < 300; ++i)
         manyFields += "X-" + std::to_string(i) + ": a\r\n";
@@ -20,7 +21,7 @@ std::vector<RawRequest> oddRequests()
         {"unknown_method", line("FROB / HTTP/1.1"), {200}},
         {"method_in_lower_case", line("get / HTTP/1.1"), {200}},
         {"method_of_marks", line("!#$%&'*+-.^_`|~ / HTTP/1.1"), {200}},
-        {"long_method", line(std::string(1000, 'M') + " / HTTP/1.1"), {200}},
+        {"long_method", line(longMethod + " / HTTP/1.1"), {200}},
         {"absolute_target", line("GET http://localhost/ HTTP/1.1"), {200}},
         {"foreign_target", line("GET http://elsewhere.example/a?b HTTP/1.1"), {200}},
         {"encoded_target", line("GET /%41%2F%00%0d%0a%ff HTTP/1.1"), {200}},

@@ -2,11 +2,14 @@
 
 #include <PictureLoader.h>
 
+#include <support/DescriptorLimit.h>
 #include <support/PrintQt.h>
 #include <support/Wait.h>
 
 #include <QTemporaryDir>
 #include <QThread>
+
+#include <unistd.h>
 
 #include <atomic>
 #include <memory>
@@ -108,6 +111,22 @@ TEST_F(PictureLoaderTest, Knows_what_it_has_still_to_tell)
     ASSERT_TRUE(support::waitFor([&] { return loaded.size() == 2; }));
     EXPECT_FALSE(loader->isLoading(first));
     EXPECT_FALSE(loader->isLoading(second));
+}
+
+// A thread of Qt's that begins without a descriptor ends the process.
+TEST_F(PictureLoaderTest, Does_not_need_a_descriptor_to_begin)
+{
+    const auto name = writeAs("a.png", encoded("PNG"));
+    {
+        const int lowestFree = ::dup(STDERR_FILENO);
+        ::close(lowestFree);
+        const support::DescriptorLimit none(static_cast<rlim_t>(lowestFree));
+        loader->load(name);
+        ASSERT_TRUE(support::waitFor([&] { return loaded.size() == 1; }));
+    }
+    loader->load(name);
+    ASSERT_TRUE(support::waitFor([&] { return loaded.size() == 2; }));
+    EXPECT_EQ(problems, (QStringList{"не читается: Too many open files", ""}));
 }
 
 TEST_F(PictureLoaderTest, Waits_for_the_picture_being_read_and_drops_the_others_at_its_end)
