@@ -5,10 +5,15 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// A client that takes its answer does so within this time.
+constexpr auto promptly = 500ms;
 
 /// A whole answer that says no more than its status.
 std::string bareAnswer(const char *status)
@@ -28,16 +33,29 @@ HttpConnections::HttpConnections(const HttpServerOptions &options, HttpRefusals 
 {
 }
 
+bool HttpConnections::makeRoom()
+{
+    const auto limit = static_cast<std::size_t>(m_options.maxConnections);
+    if (m_entries.size() >= limit + reserve)
+        return false;
+    const auto open = std::count_if(m_entries.cbegin(), m_entries.cend(), [](const auto &each) {
+        return each.second.phase != Phase::Cut;
+    });
+    if (open < m_options.maxConnections)
+        return true;
+    auto *idle = longestIdle();
+    m_isAwaited = idle == nullptr;
+    if (!m_isAwaited)
+        giveUp(*idle);
+    return !m_isAwaited;
+}
+
 void HttpConnections::add(MHD_Connection *connection)
 {
     const auto *info = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD);
     m_entries.insert_or_assign(connection, Entry{info->connect_fd, Phase::Header, {}, {}});
     enter(connection, Phase::Header);
-    const auto open = std::count_if(m_entries.cbegin(), m_entries.cend(), [](const auto &each) {
-        return each.second.phase != Phase::Cut;
-    });
-    if (open > m_options.maxConnections)
-        makeRoomFor(connection);
+    m_isAwaited = false;
 }
 
 void HttpConnections::remove(MHD_Connection *connection)
@@ -51,8 +69,8 @@ void HttpConnections::enter(MHD_Connection *connection, Phase phase)
     if (entry.phase == Phase::Cut)
         return;
     const auto now = Clock::now();
-    if (!isIncomplete(entry.phase) || phase == Phase::Header)
-        entry.since = now; // the body belongs to a request that has been incomplete for longer
+    if (phase != Phase::Body) // which belongs to a request that has been incomplete for longer
+        entry.since = now;
     entry.phase = phase;
     entry.deadline = now + allowed(phase);
     expect(entry);
@@ -61,7 +79,10 @@ void HttpConnections::enter(MHD_Connection *connection, Phase phase)
 void HttpConnections::awaitNext(MHD_Connection *connection)
 {
     enter(connection, Phase::Header);
-    m_entries.at(connection).deadline += m_options.idleTimeout;
+    auto &entry = m_entries.at(connection);
+    entry.deadline += m_options.idleTimeout;
+    if (std::exchange(m_isAwaited, false))
+        giveUp(entry);
 }
 
 void HttpConnections::cutOverdue()
@@ -90,22 +111,26 @@ bool HttpConnections::isCut(MHD_Connection *connection) const
     return m_entries.at(connection).phase == Phase::Cut;
 }
 
-void HttpConnections::makeRoomFor(MHD_Connection *connection)
+/// Answers that are taken at once are on their way for a moment, too.
+HttpConnections::Entry *HttpConnections::longestIdle()
 {
-    auto oldest = m_entries.end();
-    for (auto each = m_entries.begin(); each != m_entries.end(); ++each) {
-        if (each->first == connection || !isIncomplete(each->second.phase))
-            continue;
-        if (oldest == m_entries.end() || each->second.since < oldest->second.since)
-            oldest = each;
+    const auto late = Clock::now() - promptly;
+    Entry *longest = nullptr;
+    for (auto &[connection, entry] : m_entries) {
+        const bool isIdle =
+            isIncomplete(entry.phase) || (entry.phase == Phase::Answer && entry.since < late);
+        if (isIdle && (longest == nullptr || entry.since < longest->since))
+            longest = &entry;
     }
+    return longest;
+}
+
+void HttpConnections::giveUp(Entry &entry)
+{
     m_refusals.note(
         HttpRefusals::Kind::Room,
         QStringLiteral("соединение закрыто: их больше %1").arg(m_options.maxConnections));
-    if (oldest == m_entries.end())
-        cut(connection, "503 Service Unavailable");
-    else
-        cut(oldest->second, nullptr);
+    cut(entry, nullptr);
 }
 
 /// The library finds the socket at its end and closes it.

@@ -12,7 +12,7 @@ struct MHD_Connection;
 /**
  * The open connections of an HttpServer: cuts those whose request or answer takes too long, and
  * makes room for new ones. libmicrohttpd only knows a time-out that each byte starts anew, and lets
- * new connections wait for room that a slow client never leaves.
+ * new connections wait for room that a slow or busy client never leaves.
  *
  * Owner: the HttpDaemon. Thread: the network thread, all of it; a connection therefore never ends
  * between being found and being cut.
@@ -31,13 +31,17 @@ public:
         Cut,     ///< given up, and about to be closed
     };
 
+    /// So many may be about to be closed beyond those that are allowed.
+    static constexpr int reserve = 16;
+
     HttpConnections(const HttpServerOptions &options, HttpRefusals &refusals);
 
-    /// Notes a new connection. At the limit, the one whose request has been incomplete the longest
-    /// is given up for it; if there is none, the new one is answered 503.
+    /// Whether a client that waits may be accepted. At the limit the connection is given up that
+    /// has kept its place the longest without use: its request is incomplete, or its answer is not
+    /// taken. If all are in use, the next to have been answered gives up its place.
+    bool makeRoom();
     void add(MHD_Connection *connection);
     void remove(MHD_Connection *connection);
-    bool isEmpty() const { return m_entries.empty(); }
 
     void enter(MHD_Connection *connection, Phase phase);
     /// The answer is out: the next request may take its time to begin, then to be complete.
@@ -59,12 +63,13 @@ private:
     {
         int socket;
         Phase phase;
-        Clock::time_point since;
+        Clock::time_point since; // its request has been incomplete, or its answer on its way
         Clock::time_point deadline;
     };
     using Entries = std::map<MHD_Connection *, Entry>;
 
-    void makeRoomFor(MHD_Connection *connection);
+    Entry *longestIdle();
+    void giveUp(Entry &entry);
     void cut(Entry &entry, const char *status);
     void expect(const Entry &entry);
     static bool hasDeadline(Phase phase);
@@ -73,5 +78,6 @@ private:
     const HttpServerOptions &m_options;
     HttpRefusals &m_refusals;
     Entries m_entries;
+    bool m_isAwaited = false; // a client waits until one of the connections is answered
     Clock::time_point m_nextDeadline = Clock::time_point::max(); // or earlier, never later
 };

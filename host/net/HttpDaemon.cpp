@@ -7,11 +7,6 @@
 
 #include <QScopedValueRollback>
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -23,11 +18,9 @@ using Phase = HttpConnections::Phase;
 
 /// Deadlines may be further off than the system can be told.
 constexpr std::chrono::milliseconds longestWait = 1h;
-/// How soon to look again whether there is a descriptor for a client that waits for one.
-constexpr auto pauseWithoutDescriptors = 100ms;
+/// How soon to look again whether there is room, or a descriptor, for a client that waits for one.
+constexpr std::chrono::milliseconds pauseWithoutRoom = 100ms;
 constexpr int noDescriptor = -1;
-/// Beyond the limit: connections that are being closed to make room.
-constexpr unsigned connectionReserve = 16;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
 /// the answer beside that of the request.
 constexpr std::size_t poolPerHeaderByte = 2;
@@ -36,15 +29,6 @@ constexpr std::size_t poolReserveBytes = 8192;
 const Log4Qt::Logger *logger()
 {
     return Log4Qt::LogManager::logger(QStringLiteral("httpserver"));
-}
-
-bool isAnyDescriptorFree(int existing)
-{
-    const int copy = ::fcntl(existing, F_DUPFD_CLOEXEC, 0);
-    if (copy < 0)
-        return false;
-    ::close(copy);
-    return true;
 }
 
 } // namespace
@@ -73,63 +57,70 @@ HttpDaemon::HttpDaemon(HttpServer *server, int port, HttpServerOptions options)
 
 void HttpDaemon::start(int port)
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    if (port < 0 || port > 65535) {
-        m_error = QStringLiteral("порт вне диапазона 0–65535");
-        return;
-    }
-    if (inet_pton(AF_INET, m_options.address.toLatin1().constData(), &address.sin_addr) != 1) {
-        m_error = QStringLiteral("не адрес IPv4");
-        return;
-    }
+    m_error = m_listener.open(m_options.address, port);
+    if (m_error.isEmpty() && m_wakeUp.error() != 0)
+        m_error = qt_error_string(m_wakeUp.error());
+    if (!m_error.isEmpty())
+        return m_listener.close();
 
     // clang-format off
     m_handle.reset(MHD_start_daemon(
-        MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr, &Callbacks::onRequest, this,
-        MHD_OPTION_SOCK_ADDR, &address, MHD_OPTION_URI_LOG_CALLBACK, &Callbacks::onUri, this,
+        MHD_USE_EPOLL | MHD_USE_NO_LISTEN_SOCKET | MHD_ALLOW_SUSPEND_RESUME, 0, nullptr, nullptr,
+        &Callbacks::onRequest, this, MHD_OPTION_URI_LOG_CALLBACK, &Callbacks::onUri, this,
         MHD_OPTION_NOTIFY_COMPLETED, &Callbacks::onCompleted, this, MHD_OPTION_NOTIFY_CONNECTION,
         &Callbacks::onConnection, this, MHD_OPTION_CONNECTION_LIMIT,
-        static_cast<unsigned>(m_options.maxConnections) + connectionReserve,
+        static_cast<unsigned>(m_options.maxConnections) + HttpConnections::reserve,
         MHD_OPTION_CONNECTION_TIMEOUT, static_cast<unsigned>(m_options.idleTimeout.count()),
         MHD_OPTION_CONNECTION_MEMORY_LIMIT,
         static_cast<std::size_t>(m_options.maxHeaderBytes) * poolPerHeaderByte + poolReserveBytes,
         MHD_OPTION_END));
     // clang-format on
-    if (m_handle)
+    if (m_handle) {
         m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });
-    else
+    } else {
         m_error = qt_error_string(errno);
+        m_listener.close();
+    }
 }
 
 void HttpDaemon::run(const std::stop_token &stop)
 {
     const int events = MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
     while (!stop.stop_requested()) {
-        m_wakeUp.waitFor(events, waitingTime());
+        m_wakeUp.waitFor(events, m_canAccept ? m_listener.descriptor() : noDescriptor,
+                         waitingTime());
         MHD_run(m_handle.get());
         m_connections.cutOverdue();
-        // Without a connection whose end could give one back, the library would try without a
-        // pause.
-        if (m_connections.isEmpty() && !isAnyDescriptorFree(events))
-            m_wakeUp.waitFor(noDescriptor, pauseWithoutDescriptors);
+        acceptClient();
     }
 }
 
-/// The library stops accepting when connections or descriptors run out, and goes on only in the
-/// round after one in which a connection has ended; nothing else may wake it for that.
-std::chrono::milliseconds HttpDaemon::waitingTime()
+std::chrono::milliseconds HttpDaemon::waitingTime() const
 {
-    if (std::exchange(m_hasRoom, false))
-        return 0ms;
     const auto own = std::chrono::ceil<std::chrono::milliseconds>(m_connections.nextDeadline() -
                                                                   HttpConnections::Clock::now());
-    const auto time = std::clamp<std::chrono::milliseconds>(own, 0ms, longestWait);
+    const auto time = std::clamp(own, 0ms, m_canAccept ? longestWait : pauseWithoutRoom);
     MHD_UNSIGNED_LONG_LONG librarys = 0;
     return MHD_get_timeout(m_handle.get(), &librarys) == MHD_NO
                ? time
                : std::min(time, std::chrono::milliseconds(librarys));
+}
+
+/// Takes one of the clients that wait; what there is no room or no descriptor for waits on. The
+/// library begins with it when it runs next.
+void HttpDaemon::acceptClient()
+{
+    m_canAccept = true;
+    if (!m_listener.isAwaited())
+        return;
+    m_canAccept = m_connections.makeRoom();
+    if (!m_canAccept)
+        return;
+    const auto client = m_listener.accept();
+    m_canAccept = client.socket >= 0;
+    if (m_canAccept)
+        MHD_add_connection(m_handle.get(), client.socket,
+                           reinterpret_cast<const sockaddr *>(&client.address), client.addressSize);
 }
 
 HttpDaemon::~HttpDaemon()
@@ -151,13 +142,6 @@ HttpDaemon::~HttpDaemon()
     m_wakeUp.wake();
     m_thread.join();
     MHD_run(m_handle.get()); // sends the last answers
-}
-
-int HttpDaemon::port() const
-{
-    if (!m_handle)
-        return 0;
-    return MHD_get_daemon_info(m_handle.get(), MHD_DAEMON_INFO_BIND_PORT)->port;
 }
 
 /// Takes a request whose header is complete, or gives it its refusal before the body is read.

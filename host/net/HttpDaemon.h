@@ -3,6 +3,7 @@
 #include "HttpAdmission.h"
 #include "HttpConnections.h"
 #include "HttpExchange.h"
+#include "HttpListener.h"
 #include "HttpRefusals.h"
 #include "HttpStreamSource.h"
 #include "WakeUp.h"
@@ -21,8 +22,8 @@ struct MHD_Connection;
 struct MHD_Daemon;
 
 /**
- * The network side of an HttpServer: libmicrohttpd's daemon, the thread that runs it, and the
- * requests that wait for an answer from the server's thread.
+ * The network side of an HttpServer: the port, libmicrohttpd's daemon, the thread that runs them,
+ * and the requests that wait for an answer from the server's thread.
  *
  * Owner: the HttpServer, on whose thread it is created, used and destroyed.
  * Thread: requests are read and answered on the network thread; in between they are delivered, and
@@ -38,7 +39,8 @@ public:
     Q_DISABLE_COPY_MOVE(HttpDaemon)
 
     bool isListening() const { return m_handle != nullptr; }
-    int port() const;
+    /// The port listened on; 0 if there is none.
+    int port() const { return m_listener.port(); }
     QString error() const { return m_error; }
 
     /// Answers the request being delivered, if it has no answer yet.
@@ -68,7 +70,8 @@ private:
 
     // On the network thread:
     void run(const std::stop_token &stop);
-    std::chrono::milliseconds waitingTime();
+    std::chrono::milliseconds waitingTime() const;
+    void acceptClient();
     void begin(MHD_Connection *connection, HttpExchange &exchange, const HttpRequestHead &head);
     void refuse(HttpExchange &exchange, const HttpAdmission::Refusal &refusal);
     bool suspend(const ExchangePtr &exchange, MHD_Connection *connection);
@@ -87,7 +90,8 @@ private:
     std::vector<std::weak_ptr<HttpStreamSource>> m_streams; // of the server's thread
     const WakeUp m_wakeUp;
     const HttpAdmission m_admission;
-    bool m_hasRoom = false;        // a connection has ended; of the network thread
+    HttpListener m_listener;
+    bool m_canAccept = true;       // or there is no room or no descriptor; of the network thread
     HttpRefusals m_refusals;       // of the network thread
     HttpConnections m_connections; // of the network thread
     std::unique_ptr<MHD_Daemon, StopDaemon> m_handle;

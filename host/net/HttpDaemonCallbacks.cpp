@@ -25,7 +25,6 @@ void HttpDaemon::Callbacks::onConnection(void *self, MHD_Connection *connection,
     } else {
         delete static_cast<ExchangePtr *>(*exchange);
         daemon.m_connections.remove(connection);
-        daemon.m_hasRoom = true;
     }
 }
 

@@ -1,6 +1,7 @@
 // Many clients at once that do not leave by themselves.
 
 #include "Crowd.h"
+#include "BusyCrowd.h"
 #include "Inbound.h"
 
 #include <campaigns/support/ProcessState.h>
@@ -68,6 +69,26 @@ TEST_F(Crowds, Of_every_kind_let_good_clients_in_and_hold_no_more_than_is_allowe
     EXPECT_LE(held, allowed + beingClosed);
     EXPECT_TRUE(support::waitFor(
         [&] { return ProcessState::now().descriptors <= before.descriptors; }, 60s));
+}
+
+TEST_F(Crowds, That_are_busy_let_good_clients_in)
+{
+    constexpr int count = 300; // more than the default of HttpServer:maxConnections
+    start();
+    EXPECT_EQ(answerOfGoodClient(), 200);
+
+    GoodClient good(port());
+    {
+        const BusyCrowd crowd(port(), count);
+        support::letPass(std::chrono::seconds(campaign::scaled(60, 3)));
+        EXPECT_GT(crowd.bytesReceived(), 1'000'000); // or it was not busy
+        runBeside([&] { good.end(); });
+    }
+    campaign::report("good requests beside busy clients", good.asked());
+    campaign::report("worst answer", static_cast<double>(good.worst().count()), "ms");
+    EXPECT_GT(good.asked(), 1);
+    EXPECT_EQ(good.missed(), 0);
+    EXPECT_LE(good.worst(), promptly());
 }
 
 TEST_F(Crowds, That_never_take_their_answers_are_outlasted)

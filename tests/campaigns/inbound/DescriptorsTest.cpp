@@ -1,5 +1,6 @@
 // No descriptor is left in the host's process.
 
+#include "BusyCrowd.h"
 #include "Inbound.h"
 #include "Peer.h"
 
@@ -78,7 +79,7 @@ protected:
         }
         runBeside([&] {
             for (const auto &client : clients)
-                EXPECT_EQ(client.awaitAnswer(30s), 200);
+                EXPECT_EQ(client.awaitAnswer(promptly()), 200);
         });
         EXPECT_EQ(answerOfGoodClient(), 200);
     }
@@ -100,6 +101,13 @@ TEST_F(Descriptors, That_run_out_beside_an_open_connection_neither_spin_nor_stop
     ASSERT_EQ(answerOfGoodClient(), 200); // accepted behind the other one
     ASSERT_TRUE(support::waitFor(
         [&] { return campaign::ProcessState::now().descriptors == before + bothEnds; }));
+    outlastExhaustion();
+}
+
+TEST_F(Descriptors, That_run_out_beside_a_busy_connection_neither_spin_nor_stop_the_port)
+{
+    const BusyCrowd busy(port(), 1);
+    ASSERT_TRUE(support::waitFor([&] { return busy.bytesReceived() > 0; }));
     outlastExhaustion();
 }
 

@@ -25,7 +25,7 @@ protected:
     Clock::duration waited(std::chrono::milliseconds atMost) const
     {
         const auto begin = Clock::now();
-        wakeUp.waitFor(pipe.front(), atMost);
+        wakeUp.waitFor(-1, pipe.front(), atMost);
         return Clock::now() - begin;
     }
 
