@@ -18,6 +18,7 @@
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QTimer>
 #include <QUrlQuery>
 
 #include <algorithm>
@@ -30,9 +31,9 @@ namespace {
 /// The private key waits for the answer on the reply, and goes with it.
 constexpr auto privateKeyProperty = "ads_private";
 /// An answer is some hundred bytes; a service that does not end its own would fill the memory, with
-/// the body or, since Qt has no limit for it, with the header, which the time-out ends.
+/// the body or, since Qt has no limit for it, with the header, which the end of the time ends.
 constexpr qint64 maxAnswerBytes = 1'048'576;
-constexpr std::chrono::milliseconds timeout = std::chrono::seconds(15);
+constexpr auto maxAnswerTime = std::chrono::seconds(15);
 
 /// Without a proxy Qt's network thread takes an unencrypted header off the socket byte by byte, and
 /// hears of nothing else while bytes come: not of the time-out, nor that the plug-in ends. If it is
@@ -64,9 +65,10 @@ QByteArray decodedHeader(const QNetworkReply &reply, const char *name)
     return QByteArray::fromBase64(reply.rawHeader(name));
 }
 
-/// The body is the ciphertext with its tag behind it.
+/// The body is the ciphertext with its tag behind it. The host may say by throwing that it cannot
+/// read a key, and above a reply there is nobody but the event loop.
 std::optional<Answer> readAnswer(const QNetworkReply &reply, const QByteArray &body)
-{
+try {
     const QByteArray iv = decodedHeader(reply, "X-IV");
     Answer answer{ssl::PublicKey::fromDer(decodedHeader(reply, "X-PK")), {}};
     auto &[ivBytes, tagBytes, ciphertext] = answer.stream;
@@ -78,10 +80,11 @@ std::optional<Answer> readAnswer(const QNetworkReply &reply, const QByteArray &b
     std::copy_n(body.end() - tagSize, tagSize, tagBytes.begin());
     ciphertext = body.chopped(tagSize);
     return answer;
+} catch (...) {
+    return std::nullopt;
 }
 
-/// Nothing if the host agrees on no key or does not trust the text; it may say so by throwing, and
-/// above a reply there is nobody but the event loop.
+/// Nothing if the host agrees on no key or does not trust the text; it may say so by throwing, too.
 QByteArray decrypted(const QByteArray &privateKey, const Answer &answer)
 {
     try {
@@ -116,7 +119,8 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     request.setHeader(QNetworkRequest::ContentLengthHeader, QByteArray::number(body.size()));
     request.setAttribute(QNetworkRequest::AutoDeleteReplyOnFinishAttribute, true);
-    request.setTransferTimeout(static_cast<int>(timeout.count()));
+    // Otherwise Qt inflates the answer, and keeps without a limit what inflates to nothing.
+    request.setRawHeader("Accept-Encoding", "identity");
 
     auto *network = new QNetworkAccessManager; // goes with its one reply, or with this object
     network->setProxyFactory(new InterruptibleConnections);
@@ -132,11 +136,18 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
             delete network;
     });
 
+    auto *deadline = new QTimer(reply);
+    deadline->setSingleShot(true);
+    connect(deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
+    deadline->start(maxAnswerTime);
+
     // Qt's network thread reads ahead without a limit unless it is told one, which it can be only
-    // once the request has started: in an event that was queued before this one. It has to be above
-    // the limit of the answer, so that going beyond that is seen here.
-    QMetaObject::invokeMethod(
-        reply, [reply] { reply->setReadBufferSize(2 * maxAnswerBytes); }, Qt::QueuedConnection);
+    // once the request has started: in an event that was queued before this one, and again for each
+    // redirection. It has to be above the limit of the answer, so that going beyond that is seen
+    // here.
+    const auto limitReadAhead = [reply] { reply->setReadBufferSize(2 * maxAnswerBytes); };
+    QMetaObject::invokeMethod(reply, limitReadAhead, Qt::QueuedConnection);
+    connect(reply, &QNetworkReply::redirected, reply, limitReadAhead, Qt::QueuedConnection);
     connect(reply, &QIODevice::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > maxAnswerBytes)
             reply->abort();

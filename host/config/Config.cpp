@@ -33,7 +33,7 @@ void addGroups(const QVariantMap &table, const QString &name, QMap<QString, QVar
             values.insert(entry.key(), *entry);
     }
     if (!values.isEmpty() || table.isEmpty())
-        groups.insert(name, values);
+        groups[name].insert(values); // a quoted key may name what a dotted one has named
 }
 
 /// Whether `pattern` fits all of `text`; each "*" stands for any text. Not a regular expression,

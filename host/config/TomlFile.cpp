@@ -1,5 +1,7 @@
 #include <TomlFile.h>
 
+#include "TomlKeys.h"
+
 #include <ConfigError.h>
 
 #include <QFile>
@@ -62,27 +64,29 @@ QVariant toVariant(const toml::node &node)
 
 QVariantMap readTomlFile(const QString &fileName)
 {
+    const auto unreadable = [&](const QString &why) {
+        return ConfigError(fileName + QStringLiteral(": cannot be read: ") + why);
+    };
     const QFileInfo info(fileName);
     if (info.exists() && !info.isFile()) // a pipe would be waited for
-        throw ConfigError(QStringLiteral("%1: cannot be read: it is no file").arg(fileName));
+        throw unreadable(QStringLiteral("it is no file"));
     if (info.size() > maxFileBytes)
-        throw ConfigError(QStringLiteral("%1: cannot be read: it is larger than %2 bytes")
-                              .arg(fileName)
-                              .arg(maxFileBytes));
+        throw unreadable(QStringLiteral("it is larger than %1 bytes").arg(maxFileBytes));
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw ConfigError(
-            QStringLiteral("%1: cannot be read: %2").arg(fileName, file.errorString()));
+        throw unreadable(file.errorString());
 
+    const QByteArray content = file.readAll();
+    const std::string_view toml(content.constData(), static_cast<std::size_t>(content.size()));
+    if (const int line = lineOfDeepKey(toml); line != 0)
+        throw ConfigError(fileName + QStringLiteral(":%1: a key has more than %2 parts; shorten it")
+                                         .arg(line)
+                                         .arg(maxKeyParts));
     try {
-        const QByteArray content = file.readAll();
-        return toMap(toml::parse(
-            std::string_view(content.constData(), static_cast<std::size_t>(content.size()))));
+        return toMap(toml::parse(toml));
     } catch (const toml::parse_error &error) {
-        throw ConfigError(QStringLiteral("%1:%2:%3: %4")
-                              .arg(fileName)
-                              .arg(error.source().begin.line)
-                              .arg(error.source().begin.column)
-                              .arg(text(error.description())));
+        const auto &place = error.source().begin;
+        throw ConfigError(fileName + QStringLiteral(":%1:%2: ").arg(place.line).arg(place.column) +
+                          text(error.description()));
     }
 }

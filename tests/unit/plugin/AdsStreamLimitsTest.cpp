@@ -7,6 +7,8 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
+#include <QThread>
+#include <QTimer>
 
 #include <array>
 
@@ -57,6 +59,27 @@ TEST_F(AdsStreamLimits, An_answer_without_an_end_is_given_up_as_an_error)
     EXPECT_LT(service.bytesSent(), heldBytes);
 }
 
+TEST_F(AdsStreamLimits, An_answer_without_an_end_that_holds_nothing_is_given_up_as_an_error)
+{
+    const auto gzipHead = QByteArray::fromHex("1f8b08000000000000ff");
+    const auto emptyBlocks = QByteArray::fromHex("000000ffff").repeated(1000);
+    service.answer({.bytes = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n" + gzipHead,
+                    .repeated = emptyBlocks});
+    EXPECT_EQ(subscribe(2), givenUp);
+    EXPECT_LT(service.bytesSent(), heldBytes);
+}
+
+TEST_F(AdsStreamLimits, An_answer_behind_a_redirection_is_not_read_ahead_either)
+{
+    service.answerNext({ScriptedAnswer::status(307)});
+    service.answer(ScriptedAnswer::endlessBody());
+    connector->asyncGetAdsStream(service.url());
+    ASSERT_TRUE(support::waitFor([&] { return service.requestCount() == 2; }));
+    QThread::msleep(1000); // the register is busy
+    EXPECT_LT(service.bytesSent(), heldBytes / 2);
+    EXPECT_TRUE(support::waitFor([&] { return log.lines().size() == 2; }));
+}
+
 /// Finds the reply by what Qt's network thread tells it.
 class ReplyWatch : public QObject
 {
@@ -70,6 +93,21 @@ public:
     }
     QPointer<QNetworkReply> reply;
 };
+
+TEST_F(AdsStreamLimits, An_answer_that_takes_longer_than_15_seconds_is_given_up_as_an_error)
+{
+    const ReplyWatch watch;
+    service.answer(ScriptedAnswer::dripping(1ms));
+    connector->asyncGetAdsStream(service.url());
+    ASSERT_TRUE(support::waitFor([&] { return watch.reply && watch.reply->bytesAvailable() > 0; }));
+    auto *const deadline = watch.reply->findChild<QTimer *>();
+    ASSERT_TRUE(deadline);
+    EXPECT_TRUE(deadline->isActive());
+    EXPECT_EQ(deadline->interval(), 15'000);
+    deadline->start(0);
+    EXPECT_TRUE(support::waitFor([&] { return log.lines().size() == 2; }));
+    EXPECT_EQ(log.textsOf("viewconnector"), givenUp);
+}
 
 class EndlessAdsHeader : public AdsStreamFixture
 {

@@ -230,3 +230,12 @@ TEST_F(ConfigValues, Tell_whether_the_register_runs_the_touch_interface)
     config.setValue(touch, false);
     EXPECT_FALSE(config.isTouchInterface());
 }
+
+TEST(ConfigGroup, That_is_named_with_and_without_quotes_is_one)
+{
+    const TomlText text;
+    Config config;
+    config.load(text.file("[a.b]\nx = 1\n[\"a.b\"]\ny = 2\n"));
+    EXPECT_EQ(config.intValue(QStringLiteral("a.b:x"), 0), 1);
+    EXPECT_EQ(config.intValue(QStringLiteral("a.b:y"), 0), 2);
+}

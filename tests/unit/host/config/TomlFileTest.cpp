@@ -101,6 +101,51 @@ TEST(TomlFile, Says_the_column_too)
     EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:9: "));
 }
 
+TEST(TomlFile, With_a_key_of_more_than_16_parts_is_refused_with_its_line)
+{
+    const auto key = [](qsizetype parts) { return QByteArray("a.").repeated(parts - 1) + "a"; };
+    const TomlText text;
+    const QByteArray before =
+        "# don't count ....................\nx = \"................\\\"..\"\n"
+        "y = \"\"\"\n'..................\n\"\"\"\"\"\nz = '..........\\......'\n";
+    for (const auto &[begin, end] : {std::pair("", " = 1\n"),
+                                     {"[", "]\n"},
+                                     {"[[", "]]\n"},
+                                     {"b = { c = 1, ", " = 1 }\n"},
+                                     {"b = [ { ", " = 1 } ]\n"},
+                                     {"\"'#\\\"=\" . b.", " = 1\n"}}) {
+        SCOPED_TRACE(begin);
+        const auto more = QByteArray(begin).count('.');
+        const auto allowed = text.file(before + begin + key(16 - more) + end);
+        EXPECT_EQ(errorOf(allowed), "no error");
+        const auto refused = text.file(before + begin + key(17 - more) + end);
+        EXPECT_EQ(errorOf(refused),
+                  refused.toStdString() + ":7: a key has more than 16 parts; shorten it");
+    }
+}
+
+TEST(TomlFile, That_is_as_deep_as_can_be_is_read)
+{
+    const auto key = QByteArray("a.").repeated(15) + "a = ";
+    const TomlText text;
+    for (int levels = 300; levels > 200; --levels) { // of which toml++ allows 256 or so
+        const auto name = text.file((key + "{ ").repeated(levels) + key + "1" +
+                                    QByteArray(" }").repeated(levels));
+        const auto error = errorOf(name);
+        if (error == "no error")
+            return;
+        EXPECT_THAT(error, testing::HasSubstr("maximum nested value depth"));
+    }
+    ADD_FAILURE() << "no depth was allowed";
+}
+
+TEST(TomlFile, Is_named_as_it_is_in_its_errors)
+{
+    const TomlText text;
+    const auto name = text.file("a = \n", "a%2b%1.toml");
+    EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:"));
+}
+
 TEST(TomlFile, That_is_no_file_is_named_and_not_waited_for)
 {
     const QTemporaryDir folder;
