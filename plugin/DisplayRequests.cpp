@@ -18,18 +18,17 @@ void ViewConnector::requestReceived(const RequestHeader &, const QByteArray &con
     ResponseHeader answer;
     answer.setStatusLine(200, QStringLiteral("OK"), 1, 1);
     answer.setContentType(QStringLiteral("application/json"));
-    server->sendResponse(answer, QByteArray());
-
-    // What is no JSON object reads as an empty one.
-    const QJsonObject message = QJsonDocument::fromJson(content).object();
     try {
+        server->sendResponse(answer, QByteArray());
+        // What is no JSON object reads as an empty one.
+        const QJsonObject message = QJsonDocument::fromJson(content).object();
         if (message.value(QStringLiteral("type")).toString() == u"request")
             processRequest(message);
         else
             processResult(message);
     } catch (...) {
-        // The host's store of pictures or its settings have failed. The display has its
-        // acknowledgement, and there is nobody above but the event loop.
+        // The host's server, its store of pictures or its settings have failed. There is nobody
+        // above but the event loop.
     }
 }
 

@@ -49,10 +49,17 @@ void ViewConnector::processGetImageRequest(const QJsonObject &request)
 
 void ViewConnector::onImageLoaded(const Image &image)
 {
-    if (isAwaitingLoadImage(image))
-        sendImage(getAwaitingLoadImage(image), uriOf(image));
-    else if (sentImages.contains(image))
-        sendImage(image, uriOf(image));
+    try {
+        if (isAwaitingLoadImage(image)) {
+            const auto uri = uriOf(image);
+            sendImage(getAwaitingLoadImage(image), uri);
+        } else if (sentImages.contains(image)) {
+            sendImage(image, uriOf(image));
+        }
+    } catch (...) {
+        // If another thread has announced the picture there is nobody above but the event loop.
+        // One that is awaited stays so.
+    }
 }
 
 void ViewConnector::sendImage(const ImageId &id, const QString &uri)

@@ -106,7 +106,8 @@ bool ViewConnector::deinit()
                    &ViewConnector::requestReceived);
     disconnect(this, &ViewConnector::hasMessage, client.data(), &view::Client::hasMessage);
     disconnect(clientThread, &QThread::started, client.data(), &view::Client::onStart);
-    messages->lock()->clear();
+    view::Messages dropped; // without the lock, as its values may call back
+    std::swap(*messages->lock(), dropped);
     return BasicPlugin::deinit();
 }
 
@@ -141,6 +142,6 @@ void ViewConnector::stopClient()
 
 void ViewConnector::addMessage(const view::Message &message)
 {
-    messages->lock()->insert(message);
+    const auto replaced = messages->lock()->insert(message); // goes without the lock
     Q_EMIT hasMessage();
 }

@@ -107,8 +107,16 @@ void Client::onTimeout()
         onStart();
 
     if (restClient && isDone(*message))
-        messages->lock()->remove(message->type);
+        remove(*message);
     timer->start();
+}
+
+void Client::remove(const Message &posted)
+{
+    QList<Message> removed; // outlives the lock
+    const auto queue = messages->lock();
+    if (posted.type != Message::Type::ImageData || queue->isNextOfItsType(posted))
+        removed = queue->remove(posted.type);
 }
 
 bool Client::isDone(const Message &message)

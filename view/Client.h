@@ -80,6 +80,9 @@ private:
     void start();
     /// Posts a message. Returns whether it may leave the queue.
     bool isDone(const Message &message);
+    /// Takes a message out of the queue, or a newer one that has replaced it. It may be gone, and
+    /// another picture wait there instead, if the plug-in was started again during the post.
+    void remove(const Message &posted);
 };
 
 } // namespace view

@@ -1,24 +1,34 @@
 #include <view/Messages.h>
 
+#include <utility>
+
 namespace view {
 
-void Messages::insert(const Message &message)
+QList<Message> Messages::insert(const Message &message)
 {
-    if (message.type == Message::Type::ImageData)
-        m_messages[message.type].append(message);
-    else
-        m_messages.insert(message.type, {message});
+    auto &waiting = m_messages[message.type];
+    if (message.type != Message::Type::ImageData)
+        return std::exchange(waiting, {message});
+    waiting.append(message);
+    return {};
 }
 
-void Messages::remove(Message::Type type)
+QList<Message> Messages::remove(Message::Type type)
 {
     const auto waiting = m_messages.find(type);
     if (waiting == m_messages.end())
-        return;
+        return {};
     if (type == Message::Type::ImageData && waiting->size() > 1)
-        waiting->removeFirst();
-    else
-        m_messages.erase(waiting);
+        return {waiting->takeFirst()};
+    auto removed = *waiting;
+    m_messages.erase(waiting);
+    return removed;
+}
+
+bool Messages::isNextOfItsType(const Message &message) const
+{
+    const auto waiting = m_messages.constFind(message.type);
+    return waiting != m_messages.cend() && waiting->constFirst() == message;
 }
 
 std::optional<Message> Messages::first() const

@@ -17,18 +17,23 @@ namespace view {
  * first.
  *
  * Owner: a Locker, shared by the producer and the client.
- * Thread: none of its own; the caller holds the Locker's mutex.
+ * Thread: none of its own; the caller holds the Locker's mutex. What leaves the queue is handed to
+ * the caller, to be let go without it: a value of the host's may call back as it goes.
  * Errors: none.
  */
 class Messages
 {
 public:
-    void insert(const Message &message);
+    /// Returns what it replaces.
+    QList<Message> insert(const Message &message);
 
     /// Takes out what `first` gives for this type: the oldest picture, or the one message of any
     /// other type, which may be a newer one than was posted: that one is not sent. A type that is
     /// not waiting is ignored.
-    void remove(Message::Type type);
+    QList<Message> remove(Message::Type type);
+
+    /// Whether `remove` would take out this very message.
+    bool isNextOfItsType(const Message &message) const;
 
     /// The message to send next; empty when none waits.
     std::optional<Message> first() const;

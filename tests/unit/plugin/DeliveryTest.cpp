@@ -4,6 +4,8 @@
 
 #include <BasicDocument.h>
 
+#include <support/ReportingValue.h>
+
 namespace {
 
 class Delivery : public PluginFixture
@@ -34,6 +36,24 @@ TEST_F(Delivery, What_waits_goes_out_by_type_whatever_the_order_it_came_in)
     EXPECT_EQ(rest->paths(),
               (QStringList{"/configure", "/updateDocument", "/qrPayment", "/showAD", "/priceList",
                            "/image", "/image", "/content", "/paymentdraft"}));
+}
+
+TEST_F(Delivery, What_a_value_reports_as_it_leaves_the_queue_is_sent)
+{
+    ProbedConnector plugin;
+    const auto reporting = [&plugin](int report) {
+        return support::reportingValue([=, &plugin] {
+            plugin.addMessage({Type::PaymentDraft, {{"report", report}}});
+        });
+    };
+    plugin.addMessage({Type::Content, {{"value", reporting(1)}}});
+    plugin.addMessage({Type::Content, {}}); // instead of that
+    EXPECT_EQ(plugin.messages->lock()->count(), 2);
+    plugin.messages->lock()->remove(Type::PaymentDraft);
+
+    plugin.addMessage({Type::Content, {{"value", reporting(2)}}});
+    plugin.deinit();
+    EXPECT_EQ(plugin.messages->lock()->first(), view::Message(Type::PaymentDraft, {{"report", 2}}));
 }
 
 TEST_F(Delivery, Of_many_changes_during_a_post_the_display_gets_the_last)

@@ -46,6 +46,16 @@ public:
     bool isBroken = true;
 };
 
+class ThrowingHttpServer : public HttpServer
+{
+public:
+    using HttpServer::HttpServer;
+    void sendResponse(const ResponseHeader &, const QByteArray &) override
+    {
+        throw std::runtime_error("the server does not answer");
+    }
+};
+
 class HostExceptions : public ImagesFixture
 {
 protected:
@@ -164,6 +174,15 @@ TEST_F(HostExceptions, Of_the_store_of_pictures_end_in_the_request_that_the_disp
     EXPECT_EQ(post(connector->server->port(), request).status, 200);
     EXPECT_EQ(sent(), QList{answer(code, uriOf(png))});
     expectToWork();
+}
+
+TEST_F(HostExceptions, Of_the_server_end_in_the_request_that_the_display_made)
+{
+    connector->init();
+    connector->server = QSharedPointer<ThrowingHttpServer>::create(0);
+    const auto request = QJsonDocument(requestFor(code, barcode)).toJson();
+    EXPECT_NO_THROW(connector->requestReceived({}, request));
+    EXPECT_FALSE(connector->isAwaitingLoadImage(code));
 }
 
 TEST_F(HostExceptions, Of_a_setting_read_for_a_result_end_in_that_result)

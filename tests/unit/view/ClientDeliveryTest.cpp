@@ -2,6 +2,8 @@
 
 #include "ClientFixture.h"
 
+#include <support/ReportingValue.h>
+
 #include <QJsonDocument>
 
 namespace {
@@ -181,6 +183,34 @@ TEST_F(ClientDelivery, Pictures_that_come_during_a_post_are_all_sent_in_order)
         bodies.append(QString::fromUtf8(post.body));
     EXPECT_EQ(bodies, (QStringList{"{\"n\":0}", "{\"n\":1}", "{\"n\":2}", "{\"n\":3}"}));
     EXPECT_TRUE(queue->lock()->isEmpty());
+}
+
+TEST_F(ClientDelivery, A_picture_that_comes_after_the_queue_was_emptied_during_a_post_is_sent)
+{
+    rest->duringPost = [&](const auto &) {
+        if (rest->postCount() > 1)
+            return;
+        queue->lock()->clear();
+        insert(Type::ImageData, {{"n", 1}});
+    };
+    insert(Type::ImageData, {{"n", 0}});
+    client.onTimeout();
+    client.onTimeout();
+    ASSERT_EQ(rest->postCount(), 2);
+    EXPECT_EQ(rest->posts().constLast().body, "{\"n\":1}");
+    EXPECT_TRUE(queue->lock()->isEmpty());
+}
+
+TEST_F(ClientDelivery, A_value_that_goes_with_its_message_may_use_the_queue)
+{
+    qsizetype waiting = -1;
+    rest->duringPost = [&](const auto &) {
+        insert(Type::Content,
+               {{"value", support::reportingValue([&] { waiting = queue->lock()->count(); })}});
+    };
+    insert(Type::Content);
+    client.onTimeout();
+    EXPECT_EQ(waiting, 0);
 }
 
 TEST_F(ClientDelivery, Nothing_is_logged_by_a_step)
