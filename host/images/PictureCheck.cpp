@@ -1,6 +1,7 @@
 #include <PictureCheck.h>
 
-#include <QBuffer>
+#include <PictureBytes.h>
+
 #include <QImageReader>
 #include <QMimeDatabase>
 #include <QXmlStreamReader>
@@ -30,9 +31,23 @@ bool isCutOff(const QByteArray &content, const QString &mimeType)
     });
 }
 
-QString xmlProblem(const QByteArray &content)
+/// Qt compares each attribute of an element with all the others, however many there are.
+constexpr int maxAttributes = 1000;
+
+bool hasElementOfManyAttributes(const QByteArray &content)
 {
-    QXmlStreamReader xml(content);
+    int attributes = 0;
+    return std::any_of(content.begin(), content.end(), [&](char c) {
+        attributes = c == '<' ? 0 : attributes + (c == '=');
+        return attributes > maxAttributes;
+    });
+}
+
+QString xmlProblem(const QByteArray &content, PictureBytes &bytes)
+{
+    if (hasElementOfManyAttributes(content))
+        return QStringLiteral("больше %1 атрибутов у элемента").arg(maxAttributes);
+    QXmlStreamReader xml(&bytes);
     while (!xml.atEnd())
         xml.readNext();
     if (!xml.hasError())
@@ -42,29 +57,36 @@ QString xmlProblem(const QByteArray &content)
         .arg(xml.errorString());
 }
 
-QString rasterProblem(const QByteArray &content)
+QString rasterProblem(PictureBytes &bytes)
 {
-    QBuffer buffer;
-    buffer.setData(content);
-    QImageReader reader(&buffer);
+    QImageReader reader(&bytes);
     const auto size = reader.size();
     if (qint64{size.width()} * size.height() > maxPicturePixels)
         return QStringLiteral("больше %1 пикселей").arg(maxPicturePixels);
     return reader.read().isNull() ? QStringLiteral("файл повреждён") : QString();
 }
 
-} // namespace
-
-QString pictureProblem(const QByteArray &content)
+QString contentProblem(const QByteArray &content, PictureBytes &bytes)
 {
     const auto mimeType = QMimeDatabase().mimeTypeForData(content).name();
     if (!mimeType.startsWith(QLatin1String("image/")))
         return QStringLiteral("это не картинка, а %1").arg(mimeType);
     if (mimeType == QLatin1String("image/svg+xml"))
-        return xmlProblem(content);
+        return xmlProblem(content, bytes);
     if (isCutOff(content, mimeType))
         return QStringLiteral("файл обрывается");
     if (QImageReader::supportedMimeTypes().contains(mimeType.toLatin1()))
-        return rasterProblem(content);
+        return rasterProblem(bytes);
     return {}; // the display may know more formats than this library
+}
+
+} // namespace
+
+QString pictureProblem(const QByteArray &content, const std::stop_token &stop)
+{
+    PictureBytes bytes(content, stop, PictureBytes::Clock::now() + maxPictureTime);
+    auto problem = contentProblem(content, bytes);
+    if (!bytes.isBrokenOff()) // what a decoder makes of that depends on the format
+        return problem;
+    return QStringLiteral("распаковка длится дольше %1 с").arg(maxPictureTime.count());
 }

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <stop_token>
+
 /// Largest file that is read. A picture goes to the display as text, a third longer, in one message
 /// that must be posted within the time-out of a second or two.
 inline constexpr qint64 maxPictureFileBytes = 8 * 1024 * 1024;
@@ -18,5 +20,5 @@ struct PictureFile
 };
 
 /// Reads and checks a picture. Whatever has this name, it neither blocks on it, as on a pipe, nor
-/// reads more than the limit. Any thread.
-HOST_EXPORT PictureFile readPictureFile(const QString &fileName);
+/// reads more than the limit, nor goes on after a stop. Any thread.
+HOST_EXPORT PictureFile readPictureFile(const QString &fileName, const std::stop_token &stop = {});

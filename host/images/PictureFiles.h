@@ -24,7 +24,7 @@ inline constexpr qsizetype maxCachedPictureBytes = 64 * 1024 * 1024;
  * Thread: that of its creation, which runs events; files are read on another.
  * Errors: a file that holds no picture is told to the log; the picture keeps its earlier content if
  * there is one, and is read again when the file changes.
- * Shut-down: the destructor waits for the file being read; nothing is announced after it.
+ * Shut-down: the destructor breaks the reading of a file off; nothing is announced after it.
  */
 class HOST_EXPORT PictureFiles : public QObject
 {

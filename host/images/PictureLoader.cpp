@@ -31,11 +31,12 @@ void PictureLoader::startNext()
 void PictureLoader::run(const std::stop_token &stop)
 {
     std::unique_lock lock(m_mutex);
-    while (m_isAsked.wait(lock, stop, [this] { return m_asked.has_value(); })) {
+    while (m_isAsked.wait(lock, stop, [this] { return m_asked.has_value(); }) &&
+           !stop.stop_requested()) {
         const auto fileName = *std::exchange(m_asked, std::nullopt);
         lock.unlock();
         QMetaObject::invokeMethod(
-            this, [this, picture = readPictureFile(fileName)] { finish(picture); },
+            this, [this, picture = readPictureFile(fileName, stop)] { finish(picture); },
             Qt::QueuedConnection);
         lock.lock();
     }

@@ -20,8 +20,8 @@
  * read once the one before has been taken, so that contents do not pile up behind a busy thread.
  * Errors: told with the result. The thread is none of Qt's, which end the process if there is no
  * descriptor for their event loop.
- * Shut-down: the destructor waits for the file being read and drops the others; nothing is told
- * after it.
+ * Shut-down: the destructor breaks the reading off and drops the other files; nothing is told after
+ * it.
  */
 class HOST_EXPORT PictureLoader : public QObject
 {

@@ -1,5 +1,6 @@
 #include "PictureSamples.h"
 
+#include <PictureBytes.h>
 #include <PictureCheck.h>
 
 #include <support/LogCapture.h>
@@ -42,6 +43,15 @@ const auto damagedPng = [] {
     return content;
 }();
 
+/// Of which one is that of the root's namespace.
+QByteArray svgOfAttributes(int count)
+{
+    QByteArray element = "<text";
+    for (int i = 0; i <= count; ++i)
+        element += " a" + QByteArray::number(i) + "='>'";
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\">" + element + "/></svg>";
+}
+
 const Row shown[] = {
     {"PNG", encoded("PNG"), {}},
     {"JPEG", encoded("JPG"), {}},
@@ -49,6 +59,7 @@ const Row shown[] = {
     {"GIF", gif, {}},
     {"SVG", svg("Чай"), {}},
     {"SVG with a prolog", "<?xml version=\"1.0\"?>\n" + svg("x"), {}},
+    {"SVG with an element of the most attributes", svgOfAttributes(999), {}},
     {"a format that only the display knows", webp, {}},
     {"JPEG with something behind it", encoded("JPG") + "more", {}},
 };
@@ -74,6 +85,8 @@ const Row refused[] = {
          "\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;\">]>" +
          svg("&c;"),
      "ошибка XML в строке 1: "},
+    {"SVG with an element of many attributes", svgOfAttributes(1000),
+     "больше 1000 атрибутов у элемента"},
 };
 
 } // namespace
@@ -111,4 +124,32 @@ TEST(PictureCheck, Takes_the_largest_picture)
 {
     const auto largest = encoded("PNG", Qt::color0, QSize(10'000, 3'200), QImage::Format_Mono);
     EXPECT_EQ(pictureProblem(largest), "");
+}
+
+TEST(PictureCheck, Breaks_off_what_takes_too_long_to_unpack)
+{
+    std::stop_source stop;
+    stop.request_stop();
+    for (const auto &content : {jpegOfManyScans(), encoded("PNG"), svg("x")})
+        EXPECT_EQ(pictureProblem(content, stop.get_token()), "распаковка длится дольше 5 с");
+}
+
+TEST(PictureBytes, Are_read_whole_in_time)
+{
+    const auto content = encoded("PNG");
+    PictureBytes bytes(content, {}, PictureBytes::Clock::now() + std::chrono::minutes(1));
+    EXPECT_EQ(bytes.size(), content.size());
+    EXPECT_EQ(bytes.readAll(), content);
+    EXPECT_TRUE(bytes.seek(10));
+    EXPECT_EQ(bytes.read(3), content.mid(10, 3));
+    EXPECT_FALSE(bytes.isBrokenOff());
+}
+
+TEST(PictureBytes, Break_off_when_their_time_is_over)
+{
+    const auto content = encoded("PNG");
+    PictureBytes bytes(content, {}, PictureBytes::Clock::now());
+    EXPECT_EQ(bytes.readAll(), QByteArray());
+    EXPECT_TRUE(bytes.isBrokenOff());
+    EXPECT_TRUE(bytes.atEnd());
 }
