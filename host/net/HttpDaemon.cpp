@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -46,13 +47,11 @@ HttpDaemon::HttpDaemon(HttpServer *server, int port, HttpServerOptions options)
 {
     start(port);
     if (isListening())
-        logger()->info(
-            QStringLiteral("HTTP-сервер: открыт %1:%2").arg(m_options.address).arg(this->port()));
+        logger()->info(QStringLiteral("HTTP-сервер: открыт %1:%2")
+                           .arg(m_options.address, QString::number(this->port())));
     else
         logger()->error(QStringLiteral("HTTP-сервер: не удалось открыть %1:%2: %3")
-                            .arg(m_options.address)
-                            .arg(port)
-                            .arg(m_error));
+                            .arg(m_options.address, QString::number(port), m_error));
 }
 
 void HttpDaemon::start(int port)
@@ -75,11 +74,21 @@ void HttpDaemon::start(int port)
         static_cast<std::size_t>(m_options.maxHeaderBytes) * poolPerHeaderByte + poolReserveBytes,
         MHD_OPTION_END));
     // clang-format on
-    if (m_handle) {
-        m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });
-    } else {
+    if (!m_handle)
         m_error = qt_error_string(errno);
+    else
+        startThread();
+    if (!m_handle)
         m_listener.close();
+}
+
+void HttpDaemon::startThread()
+{
+    try {
+        m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });
+    } catch (const std::system_error &error) {
+        m_error = qt_error_string(error.code().value());
+        m_handle.reset();
     }
 }
 
@@ -116,11 +125,12 @@ void HttpDaemon::acceptClient()
     m_canAccept = m_connections.makeRoom();
     if (!m_canAccept)
         return;
-    const auto client = m_listener.accept();
-    m_canAccept = client.socket >= 0;
-    if (m_canAccept)
-        MHD_add_connection(m_handle.get(), client.socket,
-                           reinterpret_cast<const sockaddr *>(&client.address), client.addressSize);
+    if (const auto client = m_listener.accept())
+        MHD_add_connection(m_handle.get(), client->socket,
+                           reinterpret_cast<const sockaddr *>(&client->address),
+                           client->addressSize);
+    else
+        m_canAccept = !m_listener.lacksResources();
 }
 
 HttpDaemon::~HttpDaemon()

@@ -67,6 +67,7 @@ private:
     };
 
     void start(int port);
+    void startThread();
 
     // On the network thread:
     void run(const std::stop_token &stop);

@@ -53,11 +53,13 @@ bool HttpListener::isAwaited() const
     return ::poll(&watched, 1, 0) > 0;
 }
 
-HttpListener::Client HttpListener::accept() const
+std::optional<HttpListener::Client> HttpListener::accept()
 {
     Client client{};
     client.addressSize = sizeof client.address;
     client.socket = ::accept4(m_socket, reinterpret_cast<sockaddr *>(&client.address),
                               &client.addressSize, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    return client;
+    m_lacksResources = client.socket < 0 &&
+                       (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM);
+    return client.socket < 0 ? std::nullopt : std::optional(client);
 }

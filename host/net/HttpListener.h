@@ -5,6 +5,8 @@
 
 #include <sys/socket.h>
 
+#include <optional>
+
 /**
  * The socket that the clients of an HttpServer arrive at. libmicrohttpd could have one of its own,
  * but takes no client, once connections or descriptors have run out, before another one leaves.
@@ -18,7 +20,7 @@ public:
     /// A connection, which belongs to whoever accepted it.
     struct Client
     {
-        int socket; ///< -1 if there is none
+        int socket;
         sockaddr_storage address;
         socklen_t addressSize;
     };
@@ -37,10 +39,13 @@ public:
     /// To wait for clients by; -1 if it is not open.
     int descriptor() const { return m_socket; }
     bool isAwaited() const;
-    /// The client that waits the longest. There is none if the process has no descriptor for it.
-    Client accept() const;
+    /// The client that waits the longest; nothing if it has gone, or cannot be taken now.
+    std::optional<Client> accept();
+    /// Whether the last client was not taken for want of descriptors or memory.
+    bool lacksResources() const { return m_lacksResources; }
 
 private:
     int m_socket = -1;
     int m_port = 0;
+    bool m_lacksResources = false;
 };

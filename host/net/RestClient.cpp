@@ -150,9 +150,8 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
         availability.failed(failureText(code, status));
     if (!compactLogs && logger != nullptr)
         logger->debug(QStringLiteral("%1: POST %2, %3 байт: %4")
-                          .arg(alias, url.toString())
-                          .arg(body.size())
-                          .arg(result == 0 ? QString::number(status) : failureText(code, status)));
+                          .arg(alias, url.toString(), QString::number(body.size()),
+                               result == 0 ? QString::number(status) : failureText(code, status)));
     return result;
 }
 

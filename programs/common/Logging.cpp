@@ -4,9 +4,12 @@
 #include <QDateTime>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
+
+constexpr qsizetype maxMessageLength = 4000;
 
 const char *levelName(QtMsgType level)
 {
@@ -25,12 +28,22 @@ const char *levelName(QtMsgType level)
     return "INFO";
 }
 
+/// What others sent may be part of a message: it is not to look like further lines, change the
+/// terminal or fill the disk.
+QString asOneLine(const QString &message)
+{
+    auto text = message.size() > maxMessageLength ? message.left(maxMessageLength) + u'…' : message;
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    std::replace_if(text.begin(), text.end(), isControl, u' ');
+    return text;
+}
+
 /// One write a line, so that lines of several threads do not mix.
 void writeLine(QtMsgType level, const QMessageLogContext &context, const QString &message)
 {
     const QByteArray line = QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toUtf8() +
                             ' ' + levelName(level) + ' ' + context.category + ' ' +
-                            message.toUtf8() + '\n';
+                            asOneLine(message).toUtf8() + '\n';
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
 }
 

@@ -1,10 +1,14 @@
 #include "HttpServerFixture.h"
 
+#include <support/DescriptorLimit.h>
 #include <support/PrintQt.h>
 
+#include <QElapsedTimer>
 #include <QTcpServer>
 
 #include <gmock/gmock.h>
+
+#include <unistd.h>
 
 namespace {
 
@@ -53,6 +57,30 @@ TEST_F(HttpServerListening, Fails_on_a_port_that_another_of_its_kind_has)
     const HttpServer second(other.port(), {});
     EXPECT_FALSE(second.isListening());
     EXPECT_NE(second.errorString(), QString());
+}
+
+TEST_F(HttpServerListening, Fails_without_descriptors_and_says_so)
+{
+    bool hasListened = false;
+    for (rlim_t spare = 0; !hasListened; ++spare) {
+        SCOPED_TRACE(spare);
+        ASSERT_LT(spare, 20U);
+        const int lowestFree = ::dup(STDERR_FILENO);
+        ::close(lowestFree);
+        {
+            const support::DescriptorLimit limit(static_cast<rlim_t>(lowestFree) + spare);
+            start();
+        }
+        hasListened = server->isListening();
+        if (!hasListened)
+            EXPECT_EQ(server->errorString(), "Too many open files");
+        else
+            EXPECT_TRUE(isServing());
+        QElapsedTimer timer;
+        timer.start();
+        server.reset();
+        EXPECT_LT(timer.elapsed(), 5000);
+    }
 }
 
 TEST_F(HttpServerListening, Fails_beyond_the_range_of_ports)

@@ -99,6 +99,21 @@ TEST_F(Logging, Writes_UTF_8_and_leaves_quotes_as_they_are)
     EXPECT_EQ(line.captured(4), "адрес: \"http://касса\" — 1 ₽");
 }
 
+TEST_F(Logging, Keeps_a_message_on_its_line_whatever_others_have_put_into_it)
+{
+    logToStandardError(false);
+    const auto line = parsed(logged(&Log4Qt::Logger::info, "a\r\nb\x1b[31mc\td\x7f\u0085"));
+    EXPECT_EQ(line.captured(4), "a  b [31mc d  ");
+}
+
+TEST_F(Logging, Cuts_a_message_after_4000_characters)
+{
+    logToStandardError(false);
+    const QString longest(4000, u'я');
+    EXPECT_EQ(parsed(logged(&Log4Qt::Logger::info, longest)).captured(4), longest);
+    EXPECT_EQ(parsed(logged(&Log4Qt::Logger::info, longest + u'я')).captured(4), longest + u'…');
+}
+
 TEST_F(Logging, Does_not_mix_the_lines_of_several_threads)
 {
     logToStandardError(false);
