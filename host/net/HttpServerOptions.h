@@ -15,8 +15,9 @@ struct HOST_EXPORT HttpServerOptions
     qint64 maxBodyBytes = 1'048'576;
     /// The request line and header fields of one request; longer ones are answered 414 or 431.
     qint64 maxHeaderBytes = 32'768;
-    /// Connections at the same time; for a further one, that whose request has been incomplete the
-    /// longest is closed.
+    /// Connections at the same time; for a further one, that whose request has been incomplete, or
+    /// whose answer has not been taken, the longest is closed; if all are busy, it waits for the
+    /// next to have been answered, which is closed.
     int maxConnections = 256;
     /// How long a connection may stay silent before it is closed.
     std::chrono::seconds idleTimeout{10};
