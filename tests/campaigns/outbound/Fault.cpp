@@ -17,17 +17,17 @@ constexpr qsizetype headerBytes = 24'000'000;
 
 Fault answered(const char *name, const ScriptedAnswer &answer)
 {
-    return {name, [answer](Outage &outage) { outage.display.answer(answer); }};
+    return {name, true, [answer](Outage &outage) { outage.display.answer(answer); }};
 }
 
 Fault onTheWay(const char *name, FaultProxy::Fault fault)
 {
-    return {name, [fault](Outage &outage) { outage.proxy.strike(fault); }};
+    return {name, false, [fault](Outage &outage) { outage.proxy.strike(fault); }};
 }
 
 Fault certified(const char *name, TlsIdentity identity)
 {
-    return {name, [identity = std::move(identity)](Outage &outage) {
+    return {name, false, [identity = std::move(identity)](Outage &outage) {
                 outage.proxy.present(identity);
                 outage.useTls();
             }};
@@ -37,7 +37,7 @@ Fault certified(const char *name, TlsIdentity identity)
 
 Fault Fault::refusal()
 {
-    return {"Refused", [](Outage &outage) { outage.proxy.goDown(); }};
+    return {"Refused", false, [](Outage &outage) { outage.proxy.goDown(); }};
 }
 
 std::vector<Fault> Fault::all()
@@ -46,7 +46,7 @@ std::vector<Fault> Fault::all()
         refusal(),
         onTheWay("Swallowed", FaultProxy::Fault::Swallow),
         onTheWay("ResetMidUpload", FaultProxy::Fault::Reset),
-        {"NameLookupHangs", [](Outage &outage) { outage.hangNameLookup(); }},
+        {"NameLookupHangs", false, [](Outage &outage) { outage.hangNameLookup(); }},
         certified("CertificateExpired", TlsIdentity::expired(ownAuthority())),
         certified("CertificateOfAnotherHost", TlsIdentity::ofAnotherHost(ownAuthority())),
         certified("CertificateSelfSigned", TlsIdentity::selfSigned()),

@@ -11,6 +11,7 @@ class Outage;
 struct Fault
 {
     std::string name;
+    bool letsRequestsArrive; ///< whole, at the display
     std::function<void(Outage &)> strike;
 
     /// All of them.

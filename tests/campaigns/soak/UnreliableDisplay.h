@@ -24,6 +24,8 @@ public:
 
     /// Changes the state when it is time, and notes what has arrived.
     void follow();
+    /// Refuses connections from now on, unless `follow` is called again.
+    void fail() { enter(State::Refusing); }
     /// Can be reached from now on, unless `follow` is called again.
     void recover();
     void noteArrivals();

@@ -12,6 +12,12 @@ namespace campaign {
 /// A count or duration: `full` in a campaign, `brief` among the other tests.
 int scaled(int full, int brief);
 
+/// Whether this is the whole campaign, which has the machine for itself.
+inline bool isWhole()
+{
+    return scaled(1, 0) == 1;
+}
+
 /// What random numbers start from: that of CAMPAIGN_SEED, else a new one in a campaign and always
 /// the same one among the other tests. The first call prints it.
 quint32 seed();

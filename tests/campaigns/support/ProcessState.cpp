@@ -33,4 +33,22 @@ ProcessState ProcessState::now()
             residentMemory()};
 }
 
+qint64 peakBytes()
+{
+    constexpr qint64 kilobyte = 1024;
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const auto text = status.readAll();
+    const auto value = text.mid(text.indexOf("VmHWM:") + 6).simplified();
+    return value.left(value.indexOf(' ')).toLongLong() * kilobyte;
+}
+
+void forgetPeak()
+{
+    QFile references(QStringLiteral("/proc/self/clear_refs"));
+    if (references.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        references.write("5"); // the number for that, of proc(5)
+}
+
 } // namespace campaign

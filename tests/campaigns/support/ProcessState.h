@@ -15,4 +15,8 @@ struct ProcessState
     static ProcessState now();
 };
 
+/// The most resident memory that this process has had since `forgetPeak`, or its start, in bytes.
+qint64 peakBytes();
+void forgetPeak();
+
 } // namespace campaign
