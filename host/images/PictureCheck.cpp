@@ -7,6 +7,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -21,11 +22,11 @@ struct EndMark
 
 bool isCutOff(const QByteArray &content, const QString &mimeType)
 {
-    const EndMark marks[] = {
+    static const std::array<EndMark, 2> marks{{
         {"image/jpeg", QByteArrayLiteral("\xFF\xDA"), QByteArrayLiteral("\xFF\xD9")},
         {"image/png", QByteArrayLiteral("IDAT"), QByteArrayLiteral("IEND")},
-    };
-    return std::any_of(std::begin(marks), std::end(marks), [&](const EndMark &mark) {
+    }};
+    return std::any_of(marks.begin(), marks.end(), [&](const EndMark &mark) {
         return mimeType == QLatin1String(mark.mimeType) &&
                content.lastIndexOf(mark.end) <= content.lastIndexOf(mark.start);
     });

@@ -9,7 +9,7 @@
 
 /// Largest file that is read. A picture goes to the display as text, a third longer, in one message
 /// that must be posted within the time-out of a second or two.
-inline constexpr qint64 maxPictureFileBytes = 8 * 1024 * 1024;
+inline constexpr qint64 maxPictureFileBytes = qint64{8} * 1024 * 1024;
 
 /// A picture as it was read from a file, or why it could not be. A value type.
 struct PictureFile

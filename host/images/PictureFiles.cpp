@@ -46,11 +46,11 @@ Image PictureFiles::find(const ImageId &id)
     const auto name = m_fileNames.value(id);
     const auto file = m_files.find(name);
     if (file == m_files.end() || !QFileInfo::exists(name))
-        return Image();
+        return {};
 
     const bool isQuiet = m_watcher.isQuiet(name); // otherwise it will be loaded soon
     if (const auto *picture = m_pictures.object(name))
-        return Image(id, *picture);
+        return {id, *picture};
     file->askedFor.insert(id);
     if (isQuiet && !file->isBroken && !m_loader.isLoading(name))
         m_loader.load(name);

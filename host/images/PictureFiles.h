@@ -14,7 +14,7 @@
 
 /// Pictures that are kept, in bytes of their files: thousands of usual pictures of goods, eight of
 /// the largest. As addresses, which is what is kept of them, they take 8/3 of that.
-inline constexpr qsizetype maxCachedPictureBytes = 64 * 1024 * 1024;
+inline constexpr qsizetype maxCachedPictureBytes = qsizetype{64} * 1024 * 1024;
 
 /**
  * The pictures that are in files: loads them when they are asked for and follows their changes.

@@ -62,7 +62,7 @@ void HeldRequest::drop()
 
 bool HeldRequest::isAnswerable() const
 {
-    return m_server && !m_answered;
+    return !m_server.isNull() && !m_answered;
 }
 
 void HeldRequest::resume()

@@ -70,7 +70,7 @@ private:
 
     Entry *longestIdle();
     void giveUp(Entry &entry);
-    void cut(Entry &entry, const char *status);
+    static void cut(Entry &entry, const char *status);
     void expect(const Entry &entry);
     static bool hasDeadline(Phase phase);
     Clock::duration allowed(Phase phase) const;

@@ -26,15 +26,16 @@ bool isToken(std::string_view text)
 {
     constexpr std::string_view others = "!#$%&'*+-.^_`|~";
     return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
-        return isAlphanumeric(c) || others.find(c) != others.npos;
+        return isAlphanumeric(c) || others.find(c) != std::string_view::npos;
     });
 }
 
 bool isHost(std::string_view text)
 {
     constexpr std::string_view others = "-._~%!$&'()*+,;=:[]";
-    return std::all_of(text.begin(), text.end(),
-                       [&](char c) { return isAlphanumeric(c) || others.find(c) != others.npos; });
+    return std::all_of(text.begin(), text.end(), [&](char c) {
+        return isAlphanumeric(c) || others.find(c) != std::string_view::npos;
+    });
 }
 
 bool isControl(char c)

@@ -17,8 +17,8 @@ template class MockFactory<RestClient>;
 namespace {
 
 constexpr int defaultTimeoutSeconds = 30;
-constexpr std::size_t maxAnswerBytes = 1024 * 1024;
-constexpr std::size_t maxHeaderBytes = 64 * 1024;
+constexpr std::size_t maxAnswerBytes = std::size_t{1024} * 1024;
+constexpr std::size_t maxHeaderBytes = std::size_t{64} * 1024;
 
 struct CloseHandle
 {

@@ -41,7 +41,7 @@ bool isConsistent(EVP_PKEY *key)
 ssl::PrivateKey ssl::PrivateKey::fromDer(const QByteArray &der)
 {
     const ErrorQueue errors;
-    auto *bytes = reinterpret_cast<const unsigned char *>(der.constData());
+    const auto *bytes = reinterpret_cast<const unsigned char *>(der.constData());
     const auto *end = bytes + der.size();
     const Pkcs8 info(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &bytes, static_cast<long>(der.size())));
     if (!info || bytes != end)
