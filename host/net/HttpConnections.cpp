@@ -43,10 +43,12 @@ bool HttpConnections::makeRoom()
     });
     if (open < m_options.maxConnections)
         return true;
-    auto *idle = longestIdle();
-    m_isAwaited = idle == nullptr;
+    auto *place = longestIdle();
+    if (place == nullptr && longest(&isBusy) == nullptr)
+        place = longest([](const Entry &entry) { return entry.phase == Phase::Stream; });
+    m_isAwaited = place == nullptr;
     if (!m_isAwaited)
-        giveUp(*idle);
+        giveUp(*place);
     return !m_isAwaited;
 }
 
@@ -115,11 +117,16 @@ bool HttpConnections::isCut(MHD_Connection *connection) const
 HttpConnections::Entry *HttpConnections::longestIdle()
 {
     const auto late = Clock::now() - promptly;
+    return longest([late](const Entry &entry) {
+        return isIncomplete(entry.phase) || (entry.phase == Phase::Answer && entry.since < late);
+    });
+}
+
+HttpConnections::Entry *HttpConnections::longest(const std::function<bool(const Entry &)> &counts)
+{
     Entry *longest = nullptr;
     for (auto &[connection, entry] : m_entries) {
-        const bool isIdle =
-            isIncomplete(entry.phase) || (entry.phase == Phase::Answer && entry.since < late);
-        if (isIdle && (longest == nullptr || entry.since < longest->since))
+        if (counts(entry) && (longest == nullptr || entry.since < longest->since))
             longest = &entry;
     }
     return longest;
@@ -153,6 +160,12 @@ void HttpConnections::expect(const Entry &entry)
 bool HttpConnections::hasDeadline(Phase phase)
 {
     return isIncomplete(phase) || phase == Phase::Answer;
+}
+
+/// Whether it is about to be answered.
+bool HttpConnections::isBusy(const Entry &entry)
+{
+    return entry.phase == Phase::Waiting || entry.phase == Phase::Answer;
 }
 
 HttpConnections::Clock::duration HttpConnections::allowed(Phase phase) const

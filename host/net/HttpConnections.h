@@ -5,6 +5,7 @@
 #include <HttpServerOptions.h>
 
 #include <chrono>
+#include <functional>
 #include <map>
 
 struct MHD_Connection;
@@ -38,7 +39,8 @@ public:
 
     /// Whether a client that waits may be accepted. At the limit the connection is given up that
     /// has kept its place the longest without use: its request is incomplete, or its answer is not
-    /// taken. If all are in use, the next to have been answered gives up its place.
+    /// taken. If all are in use, the next to have been answered gives up its place; if all are
+    /// streams, the oldest.
     bool makeRoom();
     void add(MHD_Connection *connection);
     void remove(MHD_Connection *connection);
@@ -63,12 +65,14 @@ private:
     {
         int socket;
         Phase phase;
-        Clock::time_point since; // its request has been incomplete, or its answer on its way
+        Clock::time_point since; // of the request that is incomplete, or of the answer
         Clock::time_point deadline;
     };
     using Entries = std::map<MHD_Connection *, Entry>;
 
     Entry *longestIdle();
+    Entry *longest(const std::function<bool(const Entry &)> &counts);
+    static bool isBusy(const Entry &entry);
     void giveUp(Entry &entry);
     static void cut(Entry &entry, const char *status);
     void expect(const Entry &entry);

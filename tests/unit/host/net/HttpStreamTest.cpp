@@ -110,6 +110,31 @@ TEST_F(HttpStreams, Serve_several_readers_at_once)
     EXPECT_TRUE(hasReceived(second, "for the second"));
 }
 
+TEST_F(HttpStreams, Make_room_for_a_new_client_only_if_nothing_else_can)
+{
+    HttpServerOptions options;
+    options.maxConnections = 3;
+    start(options);
+    RawClient oldest(server->port());
+    open(oldest);
+    const auto first = stream;
+    RawClient younger(server->port());
+    open(younger);
+    const auto second = stream;
+    RawClient silent(server->port());
+    RawClient third(server->port());
+    open(third);
+    const auto other = stream;
+    EXPECT_TRUE(silent.waitForClose());
+    EXPECT_TRUE(oldest.isConnected());
+
+    RawClient fourth(server->port());
+    open(fourth);
+    EXPECT_TRUE(oldest.waitForClose());
+    EXPECT_TRUE(younger.isConnected());
+    EXPECT_TRUE(third.isConnected());
+}
+
 TEST_F(HttpStreams, Carry_pieces_larger_than_a_block_in_order)
 {
     start();
