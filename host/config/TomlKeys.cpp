@@ -54,7 +54,7 @@ int lineOfDeepKey(std::string_view toml)
                 return line;
         } else if (endsOfKeys.find(toml.front()) != std::string_view::npos) {
             parts = 1;
-            line += toml.front() == '\n';
+            line += toml.front() == '\n' ? 1 : 0;
         }
         toml.remove_prefix(size);
     }

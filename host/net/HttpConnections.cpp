@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// A client that takes its answer does so within this time.
-constexpr auto promptly = 500ms;
+constexpr auto promptly = 200ms;
 
 /// A whole answer that says no more than its status.
 std::string bareAnswer(const char *status)

@@ -47,7 +47,7 @@ QByteArray qrPicture(const QString &text)
     if (!code)
         return {};
     const auto side = QByteArray::number(code->width + 2 * quietZone);
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + side + ' ' + side +
-           "\" shape-rendering=\"crispEdges\"><path fill=\"#fff\" d=\"M0 0h" + side + 'v' + side +
-           "H0z\"/><path d=\"" + darkModules(*code) + "\"/></svg>";
+    return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 )" + side + ' ' + side +
+           R"(" shape-rendering="crispEdges"><path fill="#fff" d="M0 0h)" + side + 'v' + side +
+           R"(H0z"/><path d=")" + darkModules(*code) + R"("/></svg>)";
 }

@@ -14,7 +14,7 @@ constexpr int httpsPort = 443;
 
 QUrl displayServer(const QString &setting)
 {
-    return QUrl(setting.isEmpty() ? QStringLiteral("http://127.0.0.1:38080") : setting);
+    return {setting.isEmpty() ? QStringLiteral("http://127.0.0.1:38080") : setting};
 }
 
 int portOf(const QUrl &url)

@@ -43,9 +43,9 @@ PageRoutes::PageRoutes()
     addFile(QStringLiteral("/favicon.ico"), QStringLiteral(":/common/icon.svg"));
 }
 
-void PageRoutes::add(const QString &method, const QString &path, Handler handler)
+void PageRoutes::add(const QString &method, const QString &path, const Handler &handler)
 {
-    m_handlers[path].insert(method, std::move(handler));
+    m_handlers[path].insert(method, handler);
 }
 
 void PageRoutes::addFile(const QString &path, const QString &resource)

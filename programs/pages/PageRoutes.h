@@ -35,7 +35,7 @@ public:
     /// With the files that all pages share, below "/common/".
     PageRoutes();
 
-    void add(const QString &method, const QString &path, Handler handler);
+    void add(const QString &method, const QString &path, const Handler &handler);
     /// One file of the resources.
     void addFile(const QString &path, const QString &resource);
     /// The files of a resource folder, each at `path` with its name; their number is fixed when the
