@@ -1,11 +1,9 @@
 #include "TomlKeys.h"
 
 #include <algorithm>
-#include <iterator>
+#include <vector>
 
 namespace {
-
-constexpr std::string_view endsOfKeys = "\n=,[]{}";
 
 /// The quotation marks that a text begins with at the front, and ends with; nothing if none does.
 std::string_view quotationMarks(std::string_view toml)
@@ -35,28 +33,76 @@ std::size_t endOfText(std::string_view toml, std::string_view marks)
     return toml.size();
 }
 
+/// Follows the parts of keys through a file, one character at a time but for texts and comments.
+class PartCount
+{
+public:
+    int parts() const { return m_parts; }
+    bool isTooDeep() const { return m_parts > maxKeyParts || m_levels.size() > moreThanAllowed; }
+
+    void read(char c)
+    {
+        if (c == '.' && m_isKey)
+            ++m_parts;
+        else if (c == '=')
+            m_isKey = false;
+        else if (c == '{' || (c == '[' && !m_isKey))
+            open(c == '{');
+        else if (c == ']' || c == '}')
+            close(c == '}');
+        else if (c == ',' || c == '[' || (c == '\n' && m_levels.size() == 1))
+            beginEntry();
+    }
+
+private:
+    struct Level
+    {
+        int parts; // of the keys around it
+        bool hasKeys;
+    };
+    static constexpr std::size_t moreThanAllowed = 1000; // to toml++, which will say so
+
+    void open(bool hasKeys)
+    {
+        m_levels.push_back({m_parts, hasKeys});
+        beginEntry();
+    }
+    void close(bool hasKeys)
+    {
+        if (m_levels.size() == 1 || m_levels.back().hasKeys != hasKeys)
+            return; // the end of a header, or no TOML
+        m_parts = m_levels.back().parts;
+        m_isKey = false;
+        m_levels.pop_back();
+    }
+    void beginEntry()
+    {
+        m_isKey = m_levels.back().hasKeys;
+        m_parts = m_levels.back().parts + (m_isKey ? 1 : 0);
+    }
+
+    std::vector<Level> m_levels{{0, true}};
+    int m_parts = 1;
+    bool m_isKey = true;
+};
+
 } // namespace
 
 int lineOfDeepKey(std::string_view toml)
 {
     int line = 1;
-    int parts = 1;
-    while (!toml.empty()) {
+    PartCount count;
+    while (!toml.empty() && !count.isTooDeep()) {
         std::size_t size = 1;
-        if (const auto marks = quotationMarks(toml); !marks.empty()) {
+        if (const auto marks = quotationMarks(toml); !marks.empty())
             size = endOfText(toml, marks);
-            line += static_cast<int>(std::count(
-                toml.begin(), std::next(toml.begin(), static_cast<std::ptrdiff_t>(size)), '\n'));
-        } else if (toml.front() == '#') {
+        else if (toml.front() == '#')
             size = std::min(toml.find('\n'), toml.size());
-        } else if (toml.front() == '.') {
-            if (++parts > maxKeyParts)
-                return line;
-        } else if (endsOfKeys.find(toml.front()) != std::string_view::npos) {
-            parts = 1;
-            line += toml.front() == '\n' ? 1 : 0;
-        }
+        else
+            count.read(toml.front());
+        const auto read = toml.substr(0, size);
         toml.remove_prefix(size);
+        line += static_cast<int>(std::count(read.begin(), read.end(), '\n'));
     }
-    return 0;
+    return count.parts() > maxKeyParts ? line : 0;
 }

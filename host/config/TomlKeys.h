@@ -2,11 +2,10 @@
 
 #include <string_view>
 
-/// Each part of a key is a table in a table. toml++ counts them only in braces and brackets, of
-/// which it reads 256 within each other; with this many parts at each the deepest table takes 1 MiB
-/// of stack.
-inline constexpr int maxKeyParts = 16;
+/// Each part of a key is a table in a table, and reading them takes stack for each. toml++ counts
+/// only those within brackets and braces, of which it reads 256 within each other.
+inline constexpr int maxKeyParts = 64;
 
-/// The line, from 1, of the first key with more than `maxKeyParts` parts; 0 if there is none. What
-/// is no TOML may have any.
+/// The line, from 1, of the first key with more than `maxKeyParts` parts, those of the braces
+/// around it included; 0 if there is none. What is no TOML may have any.
 int lineOfDeepKey(std::string_view toml);

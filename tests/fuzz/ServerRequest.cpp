@@ -17,18 +17,27 @@ namespace {
 
 constexpr qint64 maxBodyBytes = 1000;
 
-HttpServer *startServer()
+bool isOwnName(const QString &host)
+{
+    return host.startsWith(QLatin1String("localhost"), Qt::CaseInsensitive) ||
+           host.startsWith(QLatin1String("127.")) || host.startsWith(QLatin1String("[::1]"));
+}
+
+HttpServer *startServer(bool guard)
 {
     HttpServerOptions options;
     options.maxBodyBytes = maxBodyBytes;
     options.maxHeaderBytes = 2000;
+    options.guard = guard;
     auto *const server = new HttpServer(0, options);
     fuzz::require(server->isListening(), "there is a free port");
     QObject::connect(server, &HttpServer::requestReceived, server,
-                     [server](const RequestHeader &header, const QByteArray &body) {
+                     [server, guard](const RequestHeader &header, const QByteArray &body) {
                          fuzz::require(!header.method().isEmpty() && !header.path().isEmpty() &&
                                            body.size() <= maxBodyBytes,
                                        "what is delivered is a request within the limits");
+                         fuzz::require(!guard || isOwnName(header.value(QStringLiteral("Host"))),
+                                       "a guarded server is asked for by its own names only");
                          server->sendResponse({}, header.value(QStringLiteral("Host")).toUtf8());
                      });
     return server;
@@ -74,12 +83,14 @@ QByteArray answerOn(int socket)
 /// when another client, who came later, has been served.
 void fuzzOne(const QByteArray &input)
 {
-    static const auto *const server = startServer();
-    const int socket = connectTo(server->port());
-    sendOn(socket, input);
-    const int other = connectTo(server->port());
-    sendOn(other, "GET / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
-    fuzz::require(answerOn(other).startsWith("HTTP/1.1 200 "), "other clients are served");
-    close(other);
-    close(socket);
+    static const std::array servers{startServer(false), startServer(true)};
+    for (const auto *server : servers) {
+        const int socket = connectTo(server->port());
+        sendOn(socket, input);
+        const int other = connectTo(server->port());
+        sendOn(other, "GET / HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n");
+        fuzz::require(answerOn(other).startsWith("HTTP/1.1 200 "), "other clients are served");
+        close(other);
+        close(socket);
+    }
 }

@@ -101,42 +101,45 @@ TEST(TomlFile, Says_the_column_too)
     EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:9: "));
 }
 
-TEST(TomlFile, With_a_key_of_more_than_16_parts_is_refused_with_its_line)
+TEST(TomlFile, With_a_key_of_more_than_64_parts_is_refused_with_its_line)
 {
-    const auto key = [](qsizetype parts) { return QByteArray("a.").repeated(parts - 1) + "a"; };
+    const auto key = [](int parts) { return QByteArray("a.").repeated(parts - 1) + "a"; };
+    const QByteArray dots(100, '.');
+    const QByteArray before = "# don't count " + dots + "\nx = \"" + dots + "\\\"" + dots +
+                              "\"\ny = \"\"\"\n'" + dots + "\n\"\"\"\"\"\nz = '" + dots + "\\" +
+                              dots + "'\n";
+    const struct
+    {
+        const char *begin;
+        int parts;
+        const char *end;
+    } rows[] = {
+        {"", 0, " = 1.5\n"},
+        {"[", 0, "]\n"},
+        {"[[", 0, "]]\n"},
+        {"b = { c = 1.5, ", 1, " = 1 }\n"},
+        {"b.c = { d.e = { f = 1 }, ", 2, " = 1 }\n"},
+        {"b.c = { d.e = [ 1.5, { ", 4, " = 1 } ] }\n"},
+        {"\"'#\\\"=\" . b.", 2, " = 1\n"},
+    };
     const TomlText text;
-    const QByteArray before =
-        "# don't count ....................\nx = \"................\\\"..\"\n"
-        "y = \"\"\"\n'..................\n\"\"\"\"\"\nz = '..........\\......'\n";
-    for (const auto &[begin, end] : {std::pair("", " = 1\n"),
-                                     {"[", "]\n"},
-                                     {"[[", "]]\n"},
-                                     {"b = { c = 1, ", " = 1 }\n"},
-                                     {"b = [ { ", " = 1 } ]\n"},
-                                     {"\"'#\\\"=\" . b.", " = 1\n"}}) {
+    for (const auto &[begin, parts, end] : rows) {
         SCOPED_TRACE(begin);
-        const auto more = QByteArray(begin).count('.');
-        const auto allowed = text.file(before + begin + key(16 - more) + end);
+        const auto allowed = text.file(before + begin + key(64 - parts) + end);
         EXPECT_EQ(errorOf(allowed), "no error");
-        const auto refused = text.file(before + begin + key(17 - more) + end);
+        const auto refused = text.file(before + begin + key(65 - parts) + end);
         EXPECT_EQ(errorOf(refused),
-                  refused.toStdString() + ":7: a key has more than 16 parts; shorten it");
+                  refused.toStdString() + ":7: a key has more than 64 parts; shorten it");
     }
 }
 
-TEST(TomlFile, That_is_as_deep_as_can_be_is_read)
+TEST(TomlFile, With_braces_and_brackets_that_do_not_match_is_refused)
 {
-    const auto key = QByteArray("a.").repeated(15) + "a = ";
     const TomlText text;
-    for (int levels = 300; levels > 200; --levels) { // of which toml++ allows 256 or so
-        const auto name = text.file((key + "{ ").repeated(levels) + key + "1" +
-                                    QByteArray(" }").repeated(levels));
-        const auto error = errorOf(name);
-        if (error == "no error")
-            return;
-        EXPECT_THAT(error, testing::HasSubstr("maximum nested value depth"));
+    for (const char *mark : {"{", "}", "[", "]", "=", "\"", "'''", ".", ","}) {
+        SCOPED_TRACE(mark);
+        EXPECT_NE(errorOf(text.file(QByteArray(mark).repeated(100'000))), "no error");
     }
-    ADD_FAILURE() << "no depth was allowed";
 }
 
 TEST(TomlFile, Is_named_as_it_is_in_its_errors)
