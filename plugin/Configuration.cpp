@@ -107,8 +107,8 @@ void addTouchConfiguration(const Config &config, QVariantMap &payload)
 
 } // namespace
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static): its signature belongs to the
-// contract with the host
+// Its signature belongs to the contract with the host.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 QVariantMap ViewConnector::readConfigurationPayload() const
 {
     const Config &config = Singleton<Config>::instance();

@@ -2,7 +2,8 @@
 
 namespace view {
 
-// NOLINTNEXTLINE(modernize-pass-by-value): the signature belongs to the contract with the host
+// Its signature belongs to the contract with the host.
+// NOLINTNEXTLINE(modernize-pass-by-value)
 Message::Message(Type messageType, const QVariantMap &messageData)
     : type(messageType), data(messageData)
 {

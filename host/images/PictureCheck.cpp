@@ -39,7 +39,7 @@ bool hasElementOfManyAttributes(const QByteArray &content)
 {
     int attributes = 0;
     return std::any_of(content.begin(), content.end(), [&](char c) {
-        attributes = c == '<' ? 0 : attributes + (c == '=');
+        attributes = c == '<' ? 0 : attributes + (c == '=' ? 1 : 0);
         return attributes > maxAttributes;
     });
 }

@@ -10,7 +10,7 @@ namespace doctor {
 
 namespace {
 
-constexpr std::size_t maxHeaderBytes = 64 * 1024;
+constexpr std::size_t maxHeaderBytes = std::size_t{64} * 1024;
 constexpr long maxRedirects = 5;
 constexpr int firstFinalStatus = 200; // those before it are interim
 
@@ -44,7 +44,7 @@ std::size_t takeHeader(const char *, std::size_t size, std::size_t count, void *
 std::size_t takeBody(const char *bytes, std::size_t size, std::size_t count, void *arrival)
 {
     auto &[answer, maxBodyBytes, headerBytes] = *static_cast<Arrival *>(arrival);
-    const auto length = static_cast<qsizetype>(size * count);
+    const auto length = static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
     if (answer.body.size() + length > maxBodyBytes) {
         answer.isCutOff = true;
         return 0;

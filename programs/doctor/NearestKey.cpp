@@ -10,7 +10,7 @@ namespace doctor {
 namespace {
 
 /// A key is like another with at most one mistake in three characters.
-constexpr int charactersPerMistake = 3;
+constexpr qsizetype charactersPerMistake = 3;
 /// Beyond this a key is none; and the time for a comparison grows with its length.
 constexpr qsizetype maxKeyLength = 200;
 
