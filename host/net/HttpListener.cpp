@@ -31,7 +31,7 @@ QString HttpListener::open(const QString &address, int port)
     socklen_t size = sizeof at;
     if (::bind(m_socket, any, size) != 0 || ::listen(m_socket, SOMAXCONN) != 0 ||
         ::getsockname(m_socket, any, &size) != 0) {
-        const auto why = qt_error_string(errno);
+        auto why = qt_error_string(errno);
         close();
         return why;
     }

@@ -46,7 +46,7 @@ Findings checkForm(const QUrl &server)
                     {"В адресе дисплея указаны имя или пароль.",
                      "The address of the display holds a user name or a password."},
                     {"Уберите из ViewConnector:server всё до знака @ после «//».",
-                     "Take what stands between \"//\" and \"@\" out of ViewConnector:server."}));
+                     R"(Take what stands between "//" and "@" out of ViewConnector:server.)"}));
     if (server.hasQuery() || server.hasFragment() ||
         !(server.path().isEmpty() || server.path() == u"/"))
         findings.push_back(

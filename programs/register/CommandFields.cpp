@@ -72,7 +72,7 @@ double CommandFields::number(const QString &name, std::optional<double> defaultV
     return read(m_command, name, defaultValue, &toNumber, QStringLiteral("a number"));
 }
 
-QString CommandFields::text(const QString &name, std::optional<QString> defaultValue) const
+QString CommandFields::text(const QString &name, const std::optional<QString> &defaultValue) const
 {
     return read(m_command, name, defaultValue, &toText, QStringLiteral("a text"));
 }
@@ -83,12 +83,13 @@ bool CommandFields::boolean(const QString &name, std::optional<bool> defaultValu
 }
 
 QJsonObject CommandFields::object(const QString &name,
-                                  std::optional<QJsonObject> defaultValue) const
+                                  const std::optional<QJsonObject> &defaultValue) const
 {
     return read(m_command, name, defaultValue, &toObject, QStringLiteral("an object"));
 }
 
-QJsonArray CommandFields::list(const QString &name, std::optional<QJsonArray> defaultValue) const
+QJsonArray CommandFields::list(const QString &name,
+                               const std::optional<QJsonArray> &defaultValue) const
 {
     return read(m_command, name, defaultValue, &toList, QStringLiteral("a list"));
 }

@@ -22,10 +22,11 @@ public:
 
     int integer(const QString &name, std::optional<int> defaultValue = {}) const;
     double number(const QString &name, std::optional<double> defaultValue = {}) const;
-    QString text(const QString &name, std::optional<QString> defaultValue = {}) const;
+    QString text(const QString &name, const std::optional<QString> &defaultValue = {}) const;
     bool boolean(const QString &name, std::optional<bool> defaultValue = {}) const;
-    QJsonObject object(const QString &name, std::optional<QJsonObject> defaultValue = {}) const;
-    QJsonArray list(const QString &name, std::optional<QJsonArray> defaultValue = {}) const;
+    QJsonObject object(const QString &name,
+                       const std::optional<QJsonObject> &defaultValue = {}) const;
+    QJsonArray list(const QString &name, const std::optional<QJsonArray> &defaultValue = {}) const;
 
 private:
     const QJsonObject &m_command;
