@@ -13,7 +13,7 @@ constexpr int maxWaiting = 1000;
 
 } // namespace
 
-JsonPoster::JsonPoster(const QUrl &url, const QString &loggerName) : m_url(url)
+JsonPoster::JsonPoster(QUrl url, const QString &loggerName) : m_url(std::move(url))
 {
     m_client.setLogger(Log4Qt::LogManager::logger(loggerName));
     m_client.setTargetAlias(m_url.toString());

@@ -28,7 +28,7 @@ public:
     /// Called on the main thread with whether the request was accepted.
     using Outcome = std::function<void(bool accepted)>;
 
-    JsonPoster(const QUrl &url, const QString &loggerName);
+    JsonPoster(QUrl url, const QString &loggerName);
     ~JsonPoster() override;
 
     void send(const QJsonObject &request, Outcome outcome);

@@ -80,8 +80,8 @@ QStringList Contract::names() const
 
 QJsonObject Contract::schema(const QString &name) const
 {
-    return m_schemas.count(name) == 0 ? QJsonObject()
-                                      : read(QStringLiteral("%1/%2.json").arg(folder, name));
+    return m_schemas.contains(name) ? read(QStringLiteral("%1/%2.json").arg(folder, name))
+                                    : QJsonObject();
 }
 
 QStringList Contract::problemsOf(const QString &name, const QJsonObject &body) const
