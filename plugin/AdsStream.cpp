@@ -136,10 +136,12 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
             delete network;
     });
 
+    // The time counts from when the request has gone out: a host may be busy after the start.
     auto *deadline = new QTimer(reply);
     deadline->setSingleShot(true);
     connect(deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
-    deadline->start(maxAnswerTime);
+    QMetaObject::invokeMethod(
+        deadline, [deadline] { deadline->start(maxAnswerTime); }, Qt::QueuedConnection);
 
     // Qt's network thread reads ahead without a limit unless it is told one, which it can be only
     // once the request has started: in an event that was queued before this one, and again for each

@@ -17,8 +17,9 @@ namespace view {
  * first.
  *
  * Owner: a Locker, shared by the producer and the client.
- * Thread: none of its own; the caller holds the Locker's mutex. What leaves the queue is handed to
- * the caller, to be let go without it: a value of the host's may call back as it goes.
+ * Thread: none of its own; the caller holds the Locker's mutex. What `insert` and `remove` take out
+ * is handed to the caller, to be kept until the mutex is free: a value of the host's may call back
+ * as it goes. For the same reason the plug-in swaps the whole queue instead of clearing it.
  * Errors: none.
  */
 class Messages

@@ -18,10 +18,9 @@
 class HOST_EXPORT PictureBytes : public QIODevice
 {
 public:
-    using Clock = std::chrono::steady_clock;
-
-    /// `content` must outlive it.
-    PictureBytes(const QByteArray &content, std::stop_token stop, Clock::time_point deadline);
+    /// `content` must outlive it. `maxTime` is of the processor, for this thread: who is kept
+    /// waiting by others is not to blame.
+    PictureBytes(const QByteArray &content, std::stop_token stop, std::chrono::nanoseconds maxTime);
 
     bool isBrokenOff() const { return m_isBrokenOff; }
 
@@ -36,7 +35,7 @@ protected:
 private:
     const QByteArray &m_content;
     const std::stop_token m_stop;
-    const Clock::time_point m_deadline;
+    const std::chrono::nanoseconds m_deadline; // on the processor's clock for this thread
     qint64 m_at = 0;
     bool m_isBrokenOff = false;
 };

@@ -44,9 +44,23 @@ bool hasElementOfManyAttributes(const QByteArray &content)
     });
 }
 
+/// Nor does it stop comparing those that a document declares.
+constexpr qsizetype maxDeclarationBytes = 4096;
+
+bool hasLongDeclaration(const QByteArray &content)
+{
+    for (auto at = content.indexOf("<!ATTLIST"); at >= 0;
+         at = content.indexOf("<!ATTLIST", at + 1)) {
+        const auto end = content.indexOf('<', at + 1);
+        if ((end < 0 ? content.size() : end) - at > maxDeclarationBytes)
+            return true;
+    }
+    return false;
+}
+
 QString xmlProblem(const QByteArray &content, PictureBytes &bytes)
 {
-    if (hasElementOfManyAttributes(content))
+    if (hasElementOfManyAttributes(content) || hasLongDeclaration(content))
         return QStringLiteral("больше %1 атрибутов у элемента").arg(maxAttributes);
     QXmlStreamReader xml(&bytes);
     while (!xml.atEnd())
@@ -85,7 +99,7 @@ QString contentProblem(const QByteArray &content, PictureBytes &bytes)
 
 QString pictureProblem(const QByteArray &content, const std::stop_token &stop)
 {
-    PictureBytes bytes(content, stop, PictureBytes::Clock::now() + maxPictureTime);
+    PictureBytes bytes(content, stop, maxPictureTime);
     auto problem = contentProblem(content, bytes);
     if (!bytes.isBrokenOff()) // what a decoder makes of that depends on the format
         return problem;

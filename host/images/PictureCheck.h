@@ -12,9 +12,10 @@
 /// small the file is.
 inline constexpr qint64 maxPicturePixels = 32'000'000;
 
-/// How long a picture may take to be unpacked; the largest takes a second on a slow register.
+/// How much of the processor's time a picture may take to be unpacked; the largest takes a second
+/// on a slow register.
 inline constexpr std::chrono::seconds maxPictureTime{5};
 
 /// Why a display could not show this content, in words for the log; empty if it can. A stop ends
-/// the reading at once, as does `maxPictureTime`. Any thread.
+/// the reading within a second. Any thread.
 HOST_EXPORT QString pictureProblem(const QByteArray &content, const std::stop_token &stop = {});

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto subscriptionDeadline = 5s; // the register waits a minute, a person does not
+constexpr auto subscriptionDeadline = 5s; // the register waits 15 s, a person does not
 constexpr auto streamTimeout = 2s;
 constexpr qsizetype maxAnswerBytes = 1'048'576; // what the register takes
 constexpr int fine = 200;                       // HTTP status
@@ -65,9 +65,9 @@ Findings judgeExchange(const QUrl &url, const HttpAnswer &answer)
                              Text("Сервис рекламы %1 не ответил до конца за %2 с.",
                                   "The ad service %1 did not answer completely within %2 s.")
                                  .with(place, qint64{subscriptionDeadline.count()}),
-                             {"Касса ждёт ответа до минуты. Проверьте сеть и нагрузку сервиса.",
-                              "The register waits for up to a minute. Check the network and the "
-                              "load of the service."})};
+                             {"Касса ждёт ответа до 15 секунд. Проверьте сеть и нагрузку сервиса.",
+                              "The register waits for up to 15 seconds. Check the network and "
+                              "the load of the service."})};
     if (answer.outcome != Outcome::Answered)
         return {adStepFailed(
             QStringLiteral("reach"),

@@ -137,7 +137,7 @@ TEST_F(EndlessAdsHeader, Can_be_given_up_as_at_the_time_out)
         timer.start();
         watch.reply->abort();
         EXPECT_TRUE(support::waitFor([&] { return network.isNull(); }));
-        EXPECT_LT(timer.elapsed(), 1000);
+        EXPECT_LT(timer.elapsed(), 3000);
         EXPECT_EQ(log.textsOf("viewconnector").mid(before), givenUp);
     }
 }
@@ -150,7 +150,7 @@ TEST_F(EndlessAdsHeader, Does_not_delay_the_end_of_the_plugin)
         QElapsedTimer timer;
         timer.start();
         connector.reset();
-        EXPECT_LT(timer.elapsed(), 1000);
+        EXPECT_LT(timer.elapsed(), 3000);
     }
 }
 

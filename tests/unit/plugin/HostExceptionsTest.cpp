@@ -180,9 +180,10 @@ TEST_F(HostExceptions, Of_the_server_end_in_the_request_that_the_display_made)
 {
     connector->init();
     connector->server = QSharedPointer<ThrowingHttpServer>::create(0);
+    connector->takeSent();
     const auto request = QJsonDocument(requestFor(code, barcode)).toJson();
     EXPECT_NO_THROW(connector->requestReceived({}, request));
-    EXPECT_FALSE(connector->isAwaitingLoadImage(code));
+    EXPECT_TRUE(connector->takeSent().isEmpty());
 }
 
 TEST_F(HostExceptions, Of_a_setting_read_for_a_result_end_in_that_result)

@@ -87,6 +87,10 @@ const Row refused[] = {
      "ошибка XML в строке 1: "},
     {"SVG with an element of many attributes", svgOfAttributes(1000),
      "больше 1000 атрибутов у элемента"},
+    {"SVG that declares many attributes",
+     "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ATTLIST svg" +
+         QByteArray(" a CDATA 'u'").repeated(400) + ">]>" + svg("x"),
+     "больше 1000 атрибутов у элемента"},
 };
 
 } // namespace
@@ -128,6 +132,11 @@ TEST(PictureCheck, Takes_the_largest_picture)
 
 TEST(PictureCheck, Breaks_off_what_takes_too_long_to_unpack)
 {
+    EXPECT_EQ(pictureProblem(jpegOfManyScans()), "распаковка длится дольше 5 с");
+}
+
+TEST(PictureCheck, Breaks_off_at_a_stop)
+{
     std::stop_source stop;
     stop.request_stop();
     for (const auto &content : {jpegOfManyScans(), encoded("PNG"), svg("x")})
@@ -137,18 +146,23 @@ TEST(PictureCheck, Breaks_off_what_takes_too_long_to_unpack)
 TEST(PictureBytes, Are_read_whole_in_time)
 {
     const auto content = encoded("PNG");
-    PictureBytes bytes(content, {}, PictureBytes::Clock::now() + std::chrono::minutes(1));
+    PictureBytes bytes(content, {}, std::chrono::minutes(1));
     EXPECT_EQ(bytes.size(), content.size());
     EXPECT_EQ(bytes.readAll(), content);
     EXPECT_TRUE(bytes.seek(10));
     EXPECT_EQ(bytes.read(3), content.mid(10, 3));
+    EXPECT_FALSE(bytes.seek(-1));
+    EXPECT_FALSE(bytes.seek(content.size() + 1));
+    EXPECT_EQ(bytes.read(3), content.mid(13, 3));
+    EXPECT_TRUE(bytes.seek(content.size()));
+    EXPECT_EQ(bytes.read(1), QByteArray());
     EXPECT_FALSE(bytes.isBrokenOff());
 }
 
 TEST(PictureBytes, Break_off_when_their_time_is_over)
 {
     const auto content = encoded("PNG");
-    PictureBytes bytes(content, {}, PictureBytes::Clock::now());
+    PictureBytes bytes(content, {}, std::chrono::nanoseconds(0));
     EXPECT_EQ(bytes.readAll(), QByteArray());
     EXPECT_TRUE(bytes.isBrokenOff());
     EXPECT_TRUE(bytes.atEnd());
