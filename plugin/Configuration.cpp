@@ -107,8 +107,7 @@ void addTouchConfiguration(const Config &config, QVariantMap &payload)
 
 } // namespace
 
-// Its signature belongs to the contract with the host.
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): the contract with the host
 QVariantMap ViewConnector::readConfigurationPayload() const
 {
     const Config &config = Singleton<Config>::instance();

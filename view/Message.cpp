@@ -2,8 +2,7 @@
 
 namespace view {
 
-// Its signature belongs to the contract with the host.
-// NOLINTNEXTLINE(modernize-pass-by-value)
+// NOLINTNEXTLINE(modernize-pass-by-value): the contract with the host has a reference
 Message::Message(Type messageType, const QVariantMap &messageData)
     : type(messageType), data(messageData)
 {

@@ -83,7 +83,7 @@ void HttpConnections::awaitNext(MHD_Connection *connection)
     enter(connection, Phase::Header);
     auto &entry = m_entries.at(connection);
     entry.deadline += m_options.idleTimeout;
-    if (std::exchange(m_isAwaited, false))
+    if (entry.phase != Phase::Cut && std::exchange(m_isAwaited, false))
         giveUp(entry);
 }
 

@@ -41,7 +41,8 @@ public:
     bool isAwaited() const;
     /// The client that waits the longest; nothing if it has gone, or cannot be taken now.
     std::optional<Client> accept();
-    /// Whether the last client was not taken for want of descriptors or memory.
+    /// Whether the last client was not taken for want of descriptors, memory or the like, so that
+    /// another try would fail, too.
     bool lacksResources() const { return m_lacksResources; }
 
 private:

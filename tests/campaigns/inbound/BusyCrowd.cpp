@@ -1,5 +1,8 @@
 #include "BusyCrowd.h"
 
+#include <poll.h>
+
+#include <chrono>
 #include <system_error>
 
 namespace inbound {
@@ -9,7 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 const QByteArray requests = QByteArray("GET / HTTP/1.1\r\nHost: a\r\n\r\n").repeated(50);
-constexpr auto pause = 1ms;
+constexpr std::chrono::milliseconds atMost = 100ms; // until it looks whether it is to end
 
 Peer connected(int port)
 {
@@ -32,8 +35,16 @@ void BusyCrowd::run(const std::stop_token &stop)
     while (!stop.stop_requested()) {
         for (auto &peer : m_peers)
             ask(peer);
-        std::this_thread::sleep_for(pause);
+        waitForAnswers();
     }
+}
+
+void BusyCrowd::waitForAnswers() const
+{
+    std::vector<pollfd> watched;
+    for (const auto &peer : m_peers)
+        watched.push_back({peer.socket(), POLLIN, 0});
+    ::poll(watched.data(), watched.size(), static_cast<int>(atMost.count()));
 }
 
 void BusyCrowd::ask(Peer &peer)

@@ -29,6 +29,7 @@ public:
 private:
     void run(const std::stop_token &stop);
     void ask(Peer &peer);
+    void waitForAnswers() const;
 
     const int m_port;
     std::vector<Peer> m_peers;
