@@ -11,7 +11,7 @@ build_packages=(
 package_packages=(dpkg-dev file help2man)
 # What the tests need besides.
 test_packages=(
-    libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3-cryptography
+    libgtest-dev libgmock-dev clang-format-14 shellcheck procps openssl python3 python3-cryptography
     libbenchmark-dev chromium fonts-dejavu-core zbar-tools valgrind cppcheck
     lintian mmdebstrap "${package_packages[@]}"
 )

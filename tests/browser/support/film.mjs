@@ -1,7 +1,7 @@
 // Films for the tests of advertisements.
 
 /** A film of a second of a moving square, as this browser records it: the recording follows the clock,
-    however few frames a busy machine draws. */
+    and goes on until a busy machine has drawn enough to be a film. */
 export async function recordFilm(context) {
   const page = await context.newPage();
   const base64 = await page.evaluate(async () => {
@@ -14,11 +14,12 @@ export async function recordFilm(context) {
     recorder.start();
     await new Promise((done) => {
       let first = null;
+      let frames = 0;
       const draw = (now) => {
         first ??= now;
         drawing.fillStyle = `hsl(${now} 80% 50%)`;
         drawing.fillRect(0, 0, 64, 36);
-        if (now - first < 1000) requestAnimationFrame(draw);
+        if (now - first < 1000 || ++frames < 10) requestAnimationFrame(draw);
         else done();
       };
       requestAnimationFrame(draw);
