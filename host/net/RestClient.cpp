@@ -134,11 +134,13 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, body.constData());
     curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(deadline));
 
-    const CURLcode code = curl_easy_perform(handle);
+    CURLcode code = curl_easy_perform(handle);
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
 
     long status = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    if (code == CURLE_OK && status == 0) // libcurl takes "HTTP/2 0" for an answer
+        code = CURLE_WEIRD_SERVER_REPLY;
     if (code != CURLE_OK)
         result = code;
     else

@@ -159,7 +159,11 @@ HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patien
     curl_easy_setopt(handle.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(patience.count()));
     curl_easy_setopt(handle.get(), CURLOPT_HEADERDATA, &reception);
     curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &reception);
-    const auto code = perform(handle.get(), stop);
+    auto code = perform(handle.get(), stop);
+    long status = 0;
+    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
+    if (code == CURLE_OK && status == 0) // libcurl takes "HTTP/2 0" for an answer
+        code = CURLE_WEIRD_SERVER_REPLY;
 
     HttpAnswer failure;
     if (reception.isTooLarge())
@@ -168,8 +172,6 @@ HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patien
         failure.error = QString::fromUtf8(curl_easy_strerror(code));
     if (!failure.error.isEmpty())
         return failure;
-    long status = 0;
-    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
     reception.answer.status = static_cast<int>(status);
     return reception.answer;
 }

@@ -5,6 +5,20 @@
 
 #include <RestClient.h>
 
+#include <QRegularExpression>
+
+namespace {
+
+/// Whether some line of an answer has a status of 2xx, as far as libcurl bends the rules for them.
+bool tellsSuccess(const QByteArray &answer)
+{
+    static const QRegularExpression line(QStringLiteral(R"(HTTP/[0-9.]+\s+\+?0*2[0-9]{2})"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    return line.match(QString::fromLatin1(answer)).hasMatch();
+}
+
+} // namespace
+
 void fuzzOne(const QByteArray &input)
 {
     static auto &server = *new AnswerServer;
@@ -13,6 +27,5 @@ void fuzzOne(const QByteArray &input)
     client.setRequestTimeout(5);
     const int result = client.post(server.url(), {}, {});
     fuzz::require(result == client.result(), "a post has one result");
-    const bool isAnswer = input.left(5).toUpper() == "HTTP/"; // libcurl takes small letters too
-    fuzz::require(result != 0 || isAnswer, "only an answer is a success");
+    fuzz::require(result != 0 || tellsSuccess(input), "only an answer of 2xx is a success");
 }
