@@ -3,6 +3,7 @@
 #include "AvailabilityLog.h"
 
 #include <MockFactoryDefinition.h>
+#include <StatusLine.h>
 
 #include <log4qt/logger.h>
 
@@ -79,7 +80,7 @@ public:
 
 private:
     static int beforeRequest(void *self, char *, char *, int, int);
-    static std::size_t onHeader(const char *, std::size_t size, std::size_t count, void *self);
+    static std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void *self);
     static std::size_t onAnswer(const char *, std::size_t size, std::size_t count, void *self);
 
     QString failureText(CURLcode code, long status) const;
@@ -87,7 +88,8 @@ private:
     Headers m_headers;
     CurlList m_fields; // m_headers as libcurl wants them
     CurlHandle m_handle;
-    int m_requests = 0; // sent for the post under way
+    int m_requests = 0;   // sent for the post under way
+    bool m_isHttp = true; // what has been answered
     std::size_t m_headerBytes = 0;
     std::size_t m_answerBytes = 0;
 };
@@ -118,6 +120,7 @@ RestClient::Transfer::Transfer()
 int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const Headers &headers)
 {
     m_requests = 0;
+    m_isHttp = true;
     m_headerBytes = 0;
     m_answerBytes = 0;
 
@@ -139,8 +142,8 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
 
     long status = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
-    if (code == CURLE_OK && status == 0) // libcurl takes "HTTP/2 0" for an answer
-        code = CURLE_WEIRD_SERVER_REPLY;
+    if (!m_isHttp)
+        code = CURLE_UNSUPPORTED_PROTOCOL; // as libcurl says of other first lines that are not HTTP
     if (code != CURLE_OK)
         result = code;
     else
@@ -166,12 +169,15 @@ int RestClient::Transfer::beforeRequest(void *self, char *, char *, int, int)
     return transfer.m_requests == 1 ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
 }
 
-std::size_t RestClient::Transfer::onHeader(const char *, std::size_t size, std::size_t count,
+std::size_t RestClient::Transfer::onHeader(const char *data, std::size_t size, std::size_t count,
                                            void *self)
 {
     auto &transfer = *static_cast<Transfer *>(self);
-    transfer.m_headerBytes += size * count;
-    return transfer.m_headerBytes <= maxHeaderBytes ? size * count : 0;
+    const std::size_t bytes = size * count;
+    transfer.m_headerBytes += bytes;
+    if (isFalseStatusLine({data, static_cast<qsizetype>(bytes)}))
+        transfer.m_isHttp = false;
+    return transfer.m_isHttp && transfer.m_headerBytes <= maxHeaderBytes ? bytes : 0;
 }
 
 std::size_t RestClient::Transfer::onAnswer(const char *, std::size_t size, std::size_t count,

@@ -1,5 +1,7 @@
 #include <doctor/HttpExchange.h>
 
+#include <StatusLine.h>
+
 #include <curl/curl.h>
 
 #include <cerrno>
@@ -32,20 +34,24 @@ struct Arrival
     HttpAnswer &answer;
     qsizetype maxBodyBytes;
     std::size_t headerBytes = 0;
+    bool isHttp = true;
 };
 
-std::size_t takeHeader(const char *, std::size_t size, std::size_t count, void *arrival)
+std::size_t takeHeader(const char *data, std::size_t size, std::size_t count, void *self)
 {
-    auto &bytes = static_cast<Arrival *>(arrival)->headerBytes;
-    bytes += size * count;
-    return bytes <= maxHeaderBytes ? size * count : 0;
+    auto &arrival = *static_cast<Arrival *>(self);
+    const std::size_t bytes = size * count;
+    arrival.headerBytes += bytes;
+    arrival.isHttp = !isFalseStatusLine({data, static_cast<qsizetype>(bytes)});
+    return arrival.isHttp && arrival.headerBytes <= maxHeaderBytes ? bytes : 0;
 }
 
-std::size_t takeBody(const char *bytes, std::size_t size, std::size_t count, void *arrival)
+std::size_t takeBody(const char *bytes, std::size_t size, std::size_t count, void *self)
 {
-    auto &[answer, maxBodyBytes, headerBytes] = *static_cast<Arrival *>(arrival);
+    const auto &arrival = *static_cast<Arrival *>(self);
+    auto &answer = arrival.answer;
     const auto length = static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
-    if (answer.body.size() + length > maxBodyBytes) {
+    if (answer.body.size() + length > arrival.maxBodyBytes) {
         answer.isCutOff = true;
         return 0;
     }
@@ -160,7 +166,9 @@ HttpAnswer exchange(const HttpRequest &request)
         curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     }
 
-    const CURLcode code = curl_easy_perform(handle);
+    CURLcode code = curl_easy_perform(handle);
+    if (!arrival.isHttp)
+        code = CURLE_WEIRD_SERVER_REPLY;
     long status = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
     answer.status = static_cast<int>(status);

@@ -1,5 +1,7 @@
 #include <relay/HttpTransfer.h>
 
+#include <StatusLine.h>
+
 #include <QUrl>
 
 #include <curl/curl.h>
@@ -58,6 +60,7 @@ struct Reception
 {
     HttpAnswer answer;
     std::size_t headerBytes = 0;
+    bool isHttp = true;
 
     bool isTooLarge() const
     {
@@ -70,9 +73,10 @@ std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void
     auto &reception = *static_cast<Reception *>(self);
     const std::size_t bytes = size * count;
     reception.headerBytes += bytes;
-    if (reception.isTooLarge())
-        return 0;
     const QByteArray line(data, static_cast<qsizetype>(bytes));
+    reception.isHttp = !isFalseStatusLine(line);
+    if (reception.isTooLarge() || !reception.isHttp)
+        return 0;
     const auto colon = line.indexOf(':');
     if (line.startsWith("HTTP/"))
         reception.answer.header = {}; // what came before was of an interim answer
@@ -159,19 +163,19 @@ HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patien
     curl_easy_setopt(handle.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(patience.count()));
     curl_easy_setopt(handle.get(), CURLOPT_HEADERDATA, &reception);
     curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &reception);
-    auto code = perform(handle.get(), stop);
-    long status = 0;
-    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
-    if (code == CURLE_OK && status == 0) // libcurl takes "HTTP/2 0" for an answer
-        code = CURLE_WEIRD_SERVER_REPLY;
+    const auto code = perform(handle.get(), stop);
 
     HttpAnswer failure;
     if (reception.isTooLarge())
         failure.error = QStringLiteral("the answer is too large");
+    else if (!reception.isHttp)
+        failure.error = QStringLiteral("the answer is not HTTP");
     else if (code != CURLE_OK)
         failure.error = QString::fromUtf8(curl_easy_strerror(code));
     if (!failure.error.isEmpty())
         return failure;
+    long status = 0;
+    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
     reception.answer.status = static_cast<int>(status);
     return reception.answer;
 }

@@ -9,11 +9,12 @@
 
 namespace {
 
-/// Whether some line of an answer has a status of 2xx, as far as libcurl bends the rules for them.
+/// Whether some line of an answer is the status line of a success.
 bool tellsSuccess(const QByteArray &answer)
 {
-    static const QRegularExpression line(QStringLiteral(R"(HTTP/[0-9.]+\s+\+?0*2[0-9]{2})"),
-                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression line(
+        QStringLiteral(R"(HTTP/[0-9](\.[0-9])? +2[0-9]{2}(?![0-9]))"),
+        QRegularExpression::CaseInsensitiveOption);
     return line.match(QString::fromLatin1(answer)).hasMatch();
 }
 

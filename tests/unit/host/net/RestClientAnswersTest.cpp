@@ -34,6 +34,12 @@ ScriptedAnswer withHeadOf(qsizetype bytes)
     return {.bytes = begin + QByteArray(bytes - begin.size() - 4, 'x') + "\r\n\r\n"};
 }
 
+/// An answer without a body that begins with that line.
+ScriptedAnswer head(const QByteArray &firstLine)
+{
+    return {.bytes = firstLine + "\r\nContent-Length: 0\r\n\r\n"};
+}
+
 const Row rows[] = {
     {"a_200", ScriptedAnswer::ok(), 0},
     {"a_200_with_a_large_body", ScriptedAnswer::ok(QByteArray(1024 * 1024, 'x')), 0},
@@ -45,12 +51,21 @@ const Row rows[] = {
     {"a_300", ScriptedAnswer::status(300), 300},
     {"a_404", ScriptedAnswer::status(404), 404},
     {"a_500", ScriptedAnswer::status(500), 500},
-    {"a_status_of_0",
-     {.bytes = "HTTP/1.1 000 X\r\nContent-Length: 0\r\n\r\n"},
+    {"a_200_of_the_old_version", head("HTTP/1.0 200 OK"), 0},
+    {"a_200_without_a_reason", head("HTTP/1.1 200"), 0},
+    {"a_200_in_small_letters", head("http/1.1 200 ok"), 0},
+    {"a_200_of_a_newer_version", head("HTTP/2 200"), 0},
+    {"a_500_of_no_version", head("HTTP/x 500 Bad"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_500_of_no_version_in_small_letters", head("http/x 500"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_200_of_no_version", head("HTTP/x 200 OK"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_first_line_without_a_status", head("HTTP/garbage"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_of_0", head("HTTP/2 0"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_of_000", head("HTTP/2 000"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_of_two_digits", head("HTTP/2 20 OK"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_of_four_digits", head("HTTP/2 2000"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_that_is_200_after_an_overflow", head("HTTP/2 4294967496"),
      CURLE_UNSUPPORTED_PROTOCOL},
-    {"a_status_of_0_in_the_form_of_HTTP_2",
-     {.bytes = "HTTP/2 0\r\nContent-Length: 0\r\n\r\n"},
-     CURLE_WEIRD_SERVER_REPLY},
+    {"a_second_first_line", head("HTTP/x 500\r\nHTTP/1.1 200 OK"), CURLE_UNSUPPORTED_PROTOCOL},
     {"garbage", ScriptedAnswer::garbage(), CURLE_UNSUPPORTED_PROTOCOL},
     {"a_closed_connection", ScriptedAnswer::closed(), CURLE_GOT_NOTHING},
     {"a_truncated_answer", ScriptedAnswer::truncated(), CURLE_PARTIAL_FILE},

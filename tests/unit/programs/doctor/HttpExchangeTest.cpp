@@ -134,6 +134,8 @@ TEST_F(HttpExchange, Tells_what_is_no_http_and_what_ends_early)
 {
     server.answer(ScriptedAnswer::garbage());
     EXPECT_EQ(get().outcome, Outcome::NotHttp);
+    server.answer({.bytes = "HTTP/x 500\r\nContent-Length: 0\r\n\r\n"});
+    EXPECT_EQ(get().outcome, Outcome::NotHttp);
     server.answer(ScriptedAnswer::closed());
     EXPECT_EQ(get().outcome, Outcome::Closed);
     server.answer(ScriptedAnswer::truncated());
