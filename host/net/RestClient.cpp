@@ -9,6 +9,8 @@
 
 #include <curl/curl.h>
 
+#include <poll.h>
+
 #include <algorithm>
 #include <mutex>
 #include <new>
@@ -79,6 +81,9 @@ public:
     bool compactLogs = true;
 
 private:
+    void startAnew();
+    bool hasUnaskedInput() const;
+
     static int beforeRequest(void *self, char *, char *, int, int);
     static std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void *self);
     static std::size_t onAnswer(const char *, std::size_t size, std::size_t count, void *self);
@@ -97,9 +102,16 @@ private:
 RestClient::Transfer::Transfer()
 {
     initialiseOnce();
-    m_handle.reset(curl_easy_init());
-    if (!m_handle)
+    startAnew();
+}
+
+/// With no connection.
+void RestClient::Transfer::startAnew()
+{
+    CurlHandle created(curl_easy_init());
+    if (!created)
         throw std::bad_alloc();
+    m_handle = std::move(created);
 
     CURL *handle = m_handle.get();
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
@@ -108,6 +120,7 @@ RestClient::Transfer::Transfer()
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    curl_easy_setopt(handle, CURLOPT_MAXCONNECTS, 1L); // the one that hasUnaskedInput looks at
     curl_easy_setopt(handle, CURLOPT_POST, 1L);
     curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &Transfer::beforeRequest);
     curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
@@ -117,6 +130,16 @@ RestClient::Transfer::Transfer()
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
 }
 
+/// Whether something waits on the kept connection before it has been asked for: an answer too many,
+/// which libcurl would take for that of the next request, or the connection's end.
+bool RestClient::Transfer::hasUnaskedInput() const
+{
+    curl_socket_t socket = CURL_SOCKET_BAD;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_ACTIVESOCKET, &socket);
+    pollfd kept{.fd = socket, .events = POLLIN, .revents = 0};
+    return socket != CURL_SOCKET_BAD && poll(&kept, 1, 0) > 0;
+}
+
 int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const Headers &headers)
 {
     m_requests = 0;
@@ -124,6 +147,8 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
     m_headerBytes = 0;
     m_answerBytes = 0;
 
+    if (hasUnaskedInput())
+        startAnew();
     CURL *handle = m_handle.get();
     const QByteArray address = url.toEncoded();
     if (!m_fields || headers != m_headers) { // the same ones, post after post
@@ -196,6 +221,8 @@ QString RestClient::Transfer::failureText(CURLcode code, long status) const
         return QStringLiteral("соединение закрыто без ответа");
     if (m_headerBytes > maxHeaderBytes || m_answerBytes > maxAnswerBytes)
         return QStringLiteral("слишком большой ответ");
+    if (m_requests > 0 && code == CURLE_UNSUPPORTED_PROTOCOL)
+        return QStringLiteral("ответ не по протоколу HTTP");
     if (code == CURLE_OPERATION_TIMEDOUT)
         return QStringLiteral("нет ответа за %1 с").arg(timeout.count());
     return QString::fromUtf8(curl_easy_strerror(code));

@@ -60,6 +60,7 @@ std::vector<Fault> Fault::all()
         answered("BodyNeverEnds", ScriptedAnswer::endlessBody()),
         answered("BodyTruncated", ScriptedAnswer::truncated()),
         answered("Garbage", ScriptedAnswer::garbage()),
+        answered("VersionMissing", {.bytes = "HTTP/x 500 Bad\r\nContent-Length: 0\r\n\r\n"}),
         answered("InterimFlood", ScriptedAnswer::endlessInterim(0ms)),
         answered("InterimDrips", ScriptedAnswer::endlessInterim(500ms)),
         answered("Status301", ScriptedAnswer::status(301)),

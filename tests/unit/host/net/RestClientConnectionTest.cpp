@@ -1,14 +1,32 @@
 #include "RestClientFixture.h"
 
 #include <support/PrintQt.h>
+#include <support/Wait.h>
 
 #include <curl/curl.h>
 
 namespace {
 
+using namespace std::chrono_literals;
 using support::ScriptedAnswer;
 
-using RestClientConnection = RestClientFixture;
+class RestClientConnection : public RestClientFixture
+{
+protected:
+    /// A good answer, and then more of them that nobody has asked for.
+    static ScriptedAnswer answersWithoutEnd()
+    {
+        auto answer = ScriptedAnswer::ok();
+        answer.repeated = answer.bytes;
+        answer.pause = 20ms;
+        return answer;
+    }
+    void waitForAnAnswerTooMany()
+    {
+        const auto two = 2 * ScriptedAnswer::ok().bytes.size();
+        EXPECT_TRUE(support::waitFor([&] { return server.bytesSent() >= two; }));
+    }
+};
 
 } // namespace
 
@@ -53,6 +71,36 @@ TEST_F(RestClientConnection, That_is_closed_each_second_time_delivers_all_others
         EXPECT_NE(post(), 0);
     }
     EXPECT_EQ(server.requestCount(), 20);
+}
+
+TEST_F(RestClientConnection, With_an_answer_too_many_does_not_take_it_for_that_of_the_next_post)
+{
+    auto twice = ScriptedAnswer::ok();
+    twice.bytes += twice.bytes;
+    server.answerNext({twice, ScriptedAnswer::status(500)});
+    EXPECT_EQ(post(), 0);
+    EXPECT_EQ(post(), 500);
+    EXPECT_EQ(server.requestCount(), 2);
+}
+
+TEST_F(RestClientConnection, With_a_late_answer_too_many_does_not_take_it_for_that_of_the_next_post)
+{
+    server.answerNext({answersWithoutEnd(), ScriptedAnswer::status(500)});
+    EXPECT_EQ(post(), 0);
+    waitForAnAnswerTooMany();
+    EXPECT_EQ(post(), 500);
+    EXPECT_EQ(server.requestCount(), 2);
+}
+
+TEST_F(RestClientConnection, With_a_late_answer_too_many_is_not_gone_back_to)
+{
+    server.answerNext({answersWithoutEnd(), ScriptedAnswer::status(500)});
+    EXPECT_EQ(post(), 0);
+    waitForAnAnswerTooMany();
+    const support::ScriptedServer other;
+    EXPECT_EQ(client.post(other.url(), "{}", {}), 0);
+    EXPECT_EQ(post(), 500);
+    EXPECT_EQ(server.requestCount(), 2);
 }
 
 TEST_F(RestClientConnection, Is_made_anew_when_the_server_was_restarted)

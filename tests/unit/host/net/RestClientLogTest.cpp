@@ -55,6 +55,8 @@ TEST_F(RestClientLog, Names_the_reason)
         {ScriptedAnswer::endlessBody(), "слишком большой ответ"},
         {ScriptedAnswer::endlessHeader(), "слишком большой ответ"},
         {ScriptedAnswer::closed(), "соединение закрыто без ответа"},
+        {ScriptedAnswer::garbage(), "ответ не по протоколу HTTP"},
+        {{.bytes = "HTTP/x 500 Bad\r\n\r\n"}, "ответ не по протоколу HTTP"},
     };
     client.setRequestTimeout(1);
     for (const auto &row : rows) {
@@ -64,6 +66,12 @@ TEST_F(RestClientLog, Names_the_reason)
         EXPECT_NE(post(), 0);
         EXPECT_THAT(lastLine(), testing::EndsWith(row.reason));
     }
+}
+
+TEST_F(RestClientLog, Tells_an_address_of_another_protocol_from_an_answer_of_another)
+{
+    EXPECT_NE(client.post(QUrl(QStringLiteral("ftp://127.0.0.1/")), {}, {}), 0);
+    EXPECT_THAT(lastLine(), testing::EndsWith("Unsupported protocol"));
 }
 
 TEST_F(RestClientLog, Has_a_line_for_each_post_when_asked)
