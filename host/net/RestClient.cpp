@@ -2,8 +2,8 @@
 
 #include "AvailabilityLog.h"
 
+#include <AnswerHead.h>
 #include <MockFactoryDefinition.h>
-#include <StatusLine.h>
 
 #include <log4qt/logger.h>
 
@@ -21,7 +21,6 @@ namespace {
 
 constexpr int defaultTimeoutSeconds = 30;
 constexpr std::size_t maxAnswerBytes = std::size_t{1024} * 1024;
-constexpr std::size_t maxHeaderBytes = std::size_t{64} * 1024;
 
 struct CloseHandle
 {
@@ -83,19 +82,23 @@ public:
 private:
     void startAnew();
     bool hasUnaskedInput() const;
+    bool isRequestSent() const;
+    bool mayAnswerAnotherRequest() const;
+    long status() const;
 
     static int beforeRequest(void *self, char *, char *, int, int);
     static std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void *self);
     static std::size_t onAnswer(const char *, std::size_t size, std::size_t count, void *self);
 
-    QString failureText(CURLcode code, long status) const;
+    QString failureText(CURLcode code) const;
 
     Headers m_headers;
     CurlList m_fields; // m_headers as libcurl wants them
     CurlHandle m_handle;
-    int m_requests = 0;   // sent for the post under way
-    bool m_isHttp = true; // what has been answered
-    std::size_t m_headerBytes = 0;
+    int m_requests = 0;        // sent for the post under way
+    qsizetype m_bodyBytes = 0; // of it
+    bool m_isEarly = false;    // answered before it was sent
+    AnswerHead m_head;
     std::size_t m_answerBytes = 0;
 };
 
@@ -130,21 +133,12 @@ void RestClient::Transfer::startAnew()
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
 }
 
-/// Whether something waits on the kept connection before it has been asked for: an answer too many,
-/// which libcurl would take for that of the next request, or the connection's end.
-bool RestClient::Transfer::hasUnaskedInput() const
-{
-    curl_socket_t socket = CURL_SOCKET_BAD;
-    curl_easy_getinfo(m_handle.get(), CURLINFO_ACTIVESOCKET, &socket);
-    pollfd kept{.fd = socket, .events = POLLIN, .revents = 0};
-    return socket != CURL_SOCKET_BAD && poll(&kept, 1, 0) > 0;
-}
-
 int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const Headers &headers)
 {
     m_requests = 0;
-    m_isHttp = true;
-    m_headerBytes = 0;
+    m_bodyBytes = body.size();
+    m_isEarly = false;
+    m_head = {};
     m_answerBytes = 0;
 
     if (hasUnaskedInput())
@@ -161,28 +155,71 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
     curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, body.constData());
     curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(deadline));
+    // What a TLS library has read ahead of a kept connection cannot be seen.
+    curl_easy_setopt(handle, CURLOPT_FORBID_REUSE, url.scheme() == u"https" ? 1L : 0L);
 
     CURLcode code = curl_easy_perform(handle);
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
 
-    long status = 0;
-    curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
-    if (!m_isHttp)
+    if (!m_head.isHttp())
         code = CURLE_UNSUPPORTED_PROTOCOL; // as libcurl says of other first lines that are not HTTP
+    else if (code == CURLE_OK && !m_head.isWhole())
+        code = CURLE_PARTIAL_FILE;
+    else if (code == CURLE_OK && isSuccess(status()) && !isRequestSent())
+        m_isEarly = true;
+    if (m_isEarly)
+        code = CURLE_SEND_ERROR;
+
     if (code != CURLE_OK)
         result = code;
     else
-        result = isSuccess(status) ? 0 : static_cast<int>(status);
+        result = isSuccess(status()) ? 0 : static_cast<int>(status());
 
     if (result == 0)
         availability.succeeded();
     else
-        availability.failed(failureText(code, status));
+        availability.failed(failureText(code));
     if (!compactLogs && logger != nullptr)
         logger->debug(QStringLiteral("%1: POST %2, %3 байт: %4")
                           .arg(alias, url.toString(), QString::number(body.size()),
-                               result == 0 ? QString::number(status) : failureText(code, status)));
+                               result == 0 ? QString::number(status()) : failureText(code)));
     return result;
+}
+
+/// Whether something waits on the kept connection before it has been asked for: an answer too many,
+/// which libcurl would take for that of the next request, or the connection's end.
+bool RestClient::Transfer::hasUnaskedInput() const
+{
+    curl_socket_t socket = CURL_SOCKET_BAD;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_ACTIVESOCKET, &socket);
+    pollfd kept{.fd = socket, .events = POLLIN, .revents = 0};
+    return socket != CURL_SOCKET_BAD && poll(&kept, 1, 0) > 0;
+}
+
+bool RestClient::Transfer::isRequestSent() const
+{
+    curl_off_t sent = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+    return sent >= m_bodyBytes;
+}
+
+/// A server may take a message before it has read it. On a kept connection such an answer may as
+/// well be one too many to the request before: it ends the connection, and the next attempt has its
+/// own.
+bool RestClient::Transfer::mayAnswerAnotherRequest() const
+{
+    if (!m_head.isWhole() || !isSuccess(status()) || isRequestSent())
+        return false;
+    long newConnections = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_NUM_CONNECTS, &newConnections);
+    return newConnections == 0;
+}
+
+long RestClient::Transfer::status() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
+    return status;
 }
 
 /// libcurl calls this before each request it sends. When a kept connection turns out to be dead it
@@ -199,10 +236,9 @@ std::size_t RestClient::Transfer::onHeader(const char *data, std::size_t size, s
 {
     auto &transfer = *static_cast<Transfer *>(self);
     const std::size_t bytes = size * count;
-    transfer.m_headerBytes += bytes;
-    if (isFalseStatusLine({data, static_cast<qsizetype>(bytes)}))
-        transfer.m_isHttp = false;
-    return transfer.m_isHttp && transfer.m_headerBytes <= maxHeaderBytes ? bytes : 0;
+    const bool isFine = transfer.m_head.take({data, static_cast<qsizetype>(bytes)});
+    transfer.m_isEarly = transfer.m_isEarly || transfer.mayAnswerAnotherRequest();
+    return isFine && !transfer.m_isEarly ? bytes : 0;
 }
 
 std::size_t RestClient::Transfer::onAnswer(const char *, std::size_t size, std::size_t count,
@@ -213,13 +249,15 @@ std::size_t RestClient::Transfer::onAnswer(const char *, std::size_t size, std::
     return transfer.m_answerBytes <= maxAnswerBytes ? size * count : 0;
 }
 
-QString RestClient::Transfer::failureText(CURLcode code, long status) const
+QString RestClient::Transfer::failureText(CURLcode code) const
 {
     if (code == CURLE_OK)
-        return QStringLiteral("ответ HTTP %1").arg(status);
+        return QStringLiteral("ответ HTTP %1").arg(status());
     if (m_requests > 1)
         return QStringLiteral("соединение закрыто без ответа");
-    if (m_headerBytes > maxHeaderBytes || m_answerBytes > maxAnswerBytes)
+    if (m_isEarly)
+        return QStringLiteral("ответ раньше запроса");
+    if (m_head.isTooLarge() || m_answerBytes > maxAnswerBytes)
         return QStringLiteral("слишком большой ответ");
     if (m_requests > 0 && code == CURLE_UNSUPPORTED_PROTOCOL)
         return QStringLiteral("ответ не по протоколу HTTP");

@@ -1,6 +1,6 @@
 #include <doctor/HttpExchange.h>
 
-#include <StatusLine.h>
+#include <AnswerHead.h>
 
 #include <curl/curl.h>
 
@@ -12,7 +12,6 @@ namespace doctor {
 
 namespace {
 
-constexpr std::size_t maxHeaderBytes = std::size_t{64} * 1024;
 constexpr long maxRedirects = 5;
 constexpr int firstFinalStatus = 200; // those before it are interim
 
@@ -33,17 +32,14 @@ struct Arrival
 {
     HttpAnswer &answer;
     qsizetype maxBodyBytes;
-    std::size_t headerBytes = 0;
-    bool isHttp = true;
+    AnswerHead head;
 };
 
 std::size_t takeHeader(const char *data, std::size_t size, std::size_t count, void *self)
 {
     auto &arrival = *static_cast<Arrival *>(self);
     const std::size_t bytes = size * count;
-    arrival.headerBytes += bytes;
-    arrival.isHttp = !isFalseStatusLine({data, static_cast<qsizetype>(bytes)});
-    return arrival.isHttp && arrival.headerBytes <= maxHeaderBytes ? bytes : 0;
+    return arrival.head.take({data, static_cast<qsizetype>(bytes)}) ? bytes : 0;
 }
 
 std::size_t takeBody(const char *bytes, std::size_t size, std::size_t count, void *self)
@@ -143,7 +139,7 @@ HttpAnswer exchange(const HttpRequest &request)
         throw std::bad_alloc();
     CURL *handle = owned.get();
     HttpAnswer answer;
-    Arrival arrival{answer, request.maxBodyBytes};
+    Arrival arrival{answer, request.maxBodyBytes, {}};
     const QByteArray address = request.url.toEncoded(QUrl::RemoveFragment);
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L); // no wait for a name beyond the deadline
@@ -167,8 +163,10 @@ HttpAnswer exchange(const HttpRequest &request)
     }
 
     CURLcode code = curl_easy_perform(handle);
-    if (!arrival.isHttp)
+    if (!arrival.head.isHttp())
         code = CURLE_WEIRD_SERVER_REPLY;
+    else if (code == CURLE_OK && !arrival.head.isWhole())
+        code = CURLE_PARTIAL_FILE;
     long status = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
     answer.status = static_cast<int>(status);

@@ -1,6 +1,6 @@
 #include <relay/HttpTransfer.h>
 
-#include <StatusLine.h>
+#include <AnswerHead.h>
 
 #include <QUrl>
 
@@ -12,8 +12,7 @@
 namespace {
 
 constexpr qsizetype maxBodyBytes = 16'777'216; // 16 MiB
-constexpr std::size_t maxHeaderBytes = 65'536;
-constexpr int pollMs = 1000; // how late libcurl may look at its own deadlines
+constexpr int pollMs = 1000;                   // how late libcurl may look at its own deadlines
 
 struct CloseHandle
 {
@@ -59,23 +58,17 @@ CurlList toCurlList(const QList<BasicHeader::Field> &fields)
 struct Reception
 {
     HttpAnswer answer;
-    std::size_t headerBytes = 0;
-    bool isHttp = true;
+    AnswerHead head;
 
-    bool isTooLarge() const
-    {
-        return headerBytes > maxHeaderBytes || answer.body.size() > maxBodyBytes;
-    }
+    bool isTooLarge() const { return head.isTooLarge() || answer.body.size() > maxBodyBytes; }
 };
 
 std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void *self)
 {
     auto &reception = *static_cast<Reception *>(self);
     const std::size_t bytes = size * count;
-    reception.headerBytes += bytes;
     const QByteArray line(data, static_cast<qsizetype>(bytes));
-    reception.isHttp = !isFalseStatusLine(line);
-    if (reception.isTooLarge() || !reception.isHttp)
+    if (!reception.head.take(line))
         return 0;
     const auto colon = line.indexOf(':');
     if (line.startsWith("HTTP/"))
@@ -168,8 +161,10 @@ HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patien
     HttpAnswer failure;
     if (reception.isTooLarge())
         failure.error = QStringLiteral("the answer is too large");
-    else if (!reception.isHttp)
+    else if (!reception.head.isHttp())
         failure.error = QStringLiteral("the answer is not HTTP");
+    else if (code == CURLE_OK && !reception.head.isWhole())
+        failure.error = QStringLiteral("the answer broke off");
     else if (code != CURLE_OK)
         failure.error = QString::fromUtf8(curl_easy_strerror(code));
     if (!failure.error.isEmpty())

@@ -138,6 +138,8 @@ TEST_F(HttpExchange, Tells_what_is_no_http_and_what_ends_early)
     EXPECT_EQ(get().outcome, Outcome::NotHttp);
     server.answer(ScriptedAnswer::closed());
     EXPECT_EQ(get().outcome, Outcome::Closed);
+    server.answer({.bytes = "HTTP/1.1 200 OK\r\n", .closes = true});
+    EXPECT_EQ(get().outcome, Outcome::Closed);
     server.answer(ScriptedAnswer::truncated());
     const auto truncated = exchange({server.url(), 5s, QByteArray("{}"), 1000});
     EXPECT_EQ(checked(truncated).outcome, Outcome::Closed);

@@ -85,6 +85,14 @@ TEST_F(HttpTransfer, Takes_no_answer_without_a_status)
     EXPECT_EQ(answer.error, "the answer is not HTTP");
 }
 
+TEST_F(HttpTransfer, Takes_no_answer_whose_head_broke_off)
+{
+    server.answer({.bytes = "HTTP/1.1 200 OK\r\n", .closes = true});
+    const auto answer = transfer(request("GET", "/"), 5s, {});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.error, "the answer broke off");
+}
+
 TEST_F(HttpTransfer, Finds_the_server_in_an_address)
 {
     EXPECT_EQ(serverOf(QUrl("http://user:pw@till:38080/path?a=1#b")), "http://till:38080");

@@ -1,0 +1,106 @@
+// Answers that come before the message has been sent.
+
+#include <RestClient.h>
+
+#include <support/LoopbackServer.h>
+#include <support/Wait.h>
+
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+#include <curl/curl.h>
+#include <sys/socket.h>
+
+#include <array>
+#include <atomic>
+#include <optional>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qsizetype largerThanAnyBuffer = 32 * 1024 * 1024;
+const QByteArray kept = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n";
+const QByteArray closing = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+
+class RestClientEarlyAnswers : public testing::Test
+{
+protected:
+    /// A server that answers each head with these bytes and reads the message after that, if it
+    /// does.
+    void answer(const QByteArray &bytes, bool readsAll)
+    {
+        server.emplace([=, this](int socket, int) {
+            QByteArray received;
+            while (receive(socket, received)) {
+                const auto headEnd = received.indexOf("\r\n\r\n");
+                if (headEnd < 0)
+                    continue;
+                (void)send(socket, bytes.constData(), static_cast<std::size_t>(bytes.size()),
+                           MSG_NOSIGNAL);
+                if (!readsAll)
+                    return;
+                const auto size = headEnd + 4 + contentLength(received);
+                while (received.size() < size && receive(socket, received)) {
+                }
+                received.remove(0, size);
+                ++requests;
+            }
+        });
+    }
+
+    int post(qsizetype bytes)
+    {
+        client.setRequestTimeout(20);
+        const QUrl url(QStringLiteral("http://127.0.0.1:%1/image").arg(server->port()));
+        return client.post(url, QByteArray(bytes, 'x'), {});
+    }
+
+    std::atomic<int> requests = 0; // that were read as a whole
+    std::optional<support::LoopbackServer> server;
+    RestClient client;
+
+private:
+    static bool receive(int socket, QByteArray &received)
+    {
+        std::array<char, 65'536> buffer{};
+        const auto count = recv(socket, buffer.data(), buffer.size(), 0);
+        if (count > 0)
+            received.append(buffer.data(), count);
+        return count > 0;
+    }
+
+    static qsizetype contentLength(const QByteArray &head)
+    {
+        const QByteArray name = "Content-Length: ";
+        const auto begin = head.indexOf(name) + name.size();
+        return head.mid(begin, head.indexOf('\r', begin) - begin).toLongLong();
+    }
+};
+
+} // namespace
+
+TEST_F(RestClientEarlyAnswers, Are_deliveries_if_the_message_is_read_after_them)
+{
+    answer(kept, true);
+    EXPECT_EQ(post(largerThanAnyBuffer), 0);
+    EXPECT_TRUE(support::waitFor([&] { return requests == 1; }));
+}
+
+TEST_F(RestClientEarlyAnswers, Are_no_deliveries_if_the_connection_ends_with_them)
+{
+    answer(closing, false);
+    EXPECT_NE(post(largerThanAnyBuffer), 0);
+    answer(closing, true);
+    EXPECT_EQ(post(largerThanAnyBuffer), CURLE_SEND_ERROR);
+}
+
+TEST_F(RestClientEarlyAnswers, Are_taken_on_a_kept_connection_for_those_of_the_request_before)
+{
+    answer(kept, true);
+    EXPECT_EQ(post(10), 0);
+    EXPECT_EQ(post(largerThanAnyBuffer), CURLE_SEND_ERROR);
+    EXPECT_EQ(post(largerThanAnyBuffer), 0);
+    EXPECT_EQ(server->connectionCount(), 2);
+}
