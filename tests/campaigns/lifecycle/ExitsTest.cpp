@@ -22,6 +22,26 @@ TEST_P(Exits, The_process_has_its_own_exit_code)
     HostProcess({QString::fromLatin1(state), QString::fromLatin1(way)}).expectToEndWell(1min);
 }
 
+class EncryptedExits : public testing::TestWithParam<const char *>
+{
+};
+
+/// The handshake that is under way is at another point each time.
+TEST_P(EncryptedExits, The_process_has_its_own_exit_code)
+{
+    for (int exit = 0; exit < 10 && !HasFailure(); ++exit)
+        HostProcess({QStringLiteral("encrypting"), QString::fromLatin1(GetParam())})
+            .expectToEndWell(1min);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, EncryptedExits,
+                         testing::Values("return", "exit", "quick_exit", "drop-the-loader"),
+                         [](const auto &tested) {
+                             auto name = std::string(tested.param);
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
 INSTANTIATE_TEST_SUITE_P(
     Ways, Exits,
     testing::Combine(testing::Values("return", "exit", "quick_exit", "drop-the-loader"),

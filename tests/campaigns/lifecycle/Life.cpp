@@ -46,6 +46,8 @@ Life::Life(const std::string &state, std::mt19937 &random) : m_random(random)
         reachPosting(upTo(1) == 0 ? 1 : longPostTimeoutSeconds);
     else if (state == "connecting")
         reachConnecting();
+    else if (state == "encrypting")
+        reachEncrypting();
     else
         throw std::invalid_argument("unknown state: " + state);
     m_answersAtTheEnd = state == "posting";
@@ -59,7 +61,9 @@ void Life::start(std::chrono::milliseconds interval, int postTimeoutSeconds)
     Singleton<Config>::instance().setValue(QStringLiteral("ViewConnector:timeout"),
                                            postTimeoutSeconds);
     Singleton<Config>::instance().setValue(QStringLiteral("View.Style:showImages"), true);
-    m_host = std::make_unique<bench::PluginHost>(m_display.url(), interval);
+    const auto address =
+        m_tls ? "https://127.0.0.1:" + std::to_string(m_tls->port()) : m_display.url();
+    m_host = std::make_unique<bench::PluginHost>(address, interval);
     m_host->setDocument(QSharedPointer<Receipt>::create(1));
     Singleton<ActivityNotifier>::instance().notify(Event(secondScreenContent));
 }
@@ -86,12 +90,7 @@ void Life::reachWaiting()
 void Life::reachRetrying()
 {
     start(shortInterval);
-    const auto isLost = [this] {
-        return !m_log.textsOf(QStringLiteral("viewconnector"))
-                    .filter(QStringLiteral("нет связи"))
-                    .isEmpty();
-    };
-    waitUntil(isLost, "the plug-in does not notice that the display refuses");
+    waitUntilLost();
 }
 
 void Life::reachPosting(int postTimeoutSeconds)
@@ -106,6 +105,25 @@ void Life::reachConnecting()
     m_display.listenWithoutRoom();
     start(shortInterval, upTo(1) == 0 ? 1 : longPostTimeoutSeconds);
     waitUntil([this] { return m_display.isBeingConnected(); }, "the plug-in does not connect");
+}
+
+/// The certificate is of no authority that is known.
+void Life::reachEncrypting()
+{
+    m_tls = std::make_unique<support::FaultProxy>(m_display.port());
+    m_tls->present(support::TlsIdentity::selfSigned());
+    start(shortInterval);
+    waitUntilLost();
+}
+
+void Life::waitUntilLost() const
+{
+    const auto isLost = [this] {
+        return !m_log.textsOf(QStringLiteral("viewconnector"))
+                    .filter(QStringLiteral("нет связи"))
+                    .isEmpty();
+    };
+    waitUntil(isLost, "the plug-in does not notice that the display cannot be reached");
 }
 
 Life::Clock::duration Life::end()

@@ -3,6 +3,7 @@
 #include "SteppedDisplay.h"
 
 #include <PluginLoader.h>
+#include <support/FaultProxy.h>
 #include <support/LogCapture.h>
 #include <support/PluginHost.h>
 
@@ -26,7 +27,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `state` is one of "never-started", "starting", "idle", "waiting", "retrying", "posting",
-    /// "posting-in-vain" and "connecting".
+    /// "posting-in-vain", "connecting" and "encrypting", which ends in vain again and again.
     Life(const std::string &state, std::mt19937 &random);
     Q_DISABLE_COPY_MOVE(Life)
 
@@ -40,13 +41,16 @@ private:
     void reachRetrying();
     void reachPosting(int postTimeoutSeconds = 1);
     void reachConnecting();
+    void reachEncrypting();
+    void waitUntilLost() const;
 
     int upTo(int most);
 
     std::mt19937 &m_random;
     const support::LogCapture m_log;
     SteppedDisplay m_display;
-    std::unique_ptr<PluginLoader> m_loader;    // of a plug-in that is never started
-    std::unique_ptr<bench::PluginHost> m_host; // of any other
+    std::unique_ptr<support::FaultProxy> m_tls; // before the display, if it is one of https
+    std::unique_ptr<PluginLoader> m_loader;     // of a plug-in that is never started
+    std::unique_ptr<bench::PluginHost> m_host;  // of any other
     bool m_answersAtTheEnd = false;
 };

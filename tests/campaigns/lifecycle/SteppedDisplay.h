@@ -21,6 +21,7 @@ public:
     ~SteppedDisplay();
     Q_DISABLE_COPY_MOVE(SteppedDisplay)
 
+    int port() const { return m_port; }
     std::string url() const;
 
     /// From now on connections are taken.
