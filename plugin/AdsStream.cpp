@@ -30,9 +30,10 @@ namespace {
 
 /// The private key waits for the answer on the reply, and goes with it.
 constexpr auto privateKeyProperty = "ads_private";
-/// An answer is some hundred bytes; a service that does not end its own would fill the memory, with
-/// the body or, since Qt has no limit for it, with the header, which the end of the time ends.
-constexpr qint64 maxAnswerBytes = 1'048'576;
+/// An answer is some hundred bytes. A service that does not end its own would fill the memory, with
+/// the body or, since Qt has no limit for it, with the header, which the end of the time ends. And
+/// Qt takes long for some addresses, four times as long for one of twice the length.
+constexpr qint64 maxAnswerBytes = 16'384;
 constexpr auto maxAnswerTime = std::chrono::seconds(15);
 
 /// Without a proxy Qt's network thread takes an unencrypted header off the socket byte by byte, and

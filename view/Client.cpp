@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QTimer>
 
+#include <new>
 #include <utility>
 
 namespace view {
@@ -124,6 +125,8 @@ bool Client::isDone(const Message &message)
     QByteArray body;
     try {
         body = QJsonDocument::fromVariant(message.data).toJson(QJsonDocument::Compact);
+    } catch (const std::bad_alloc &) {
+        return false; // there may be memory again
     } catch (...) {
         return true; // it would throw again and again, and hold up all others
     }

@@ -32,7 +32,7 @@ namespace view {
  * directly, once, before that thread starts.
  * Errors: none leaves the client; a failed post is tried again. What the host throws counts as a
  * failure: of a post, or of the start, which is tried again before the next post. A message whose
- * values throw as they become JSON is dropped.
+ * values throw as they become JSON is dropped, but not for a lack of memory.
  * Shut-down: `stop` ends the pacing; a post under way finishes.
  */
 class Client : public QObject

@@ -6,10 +6,14 @@ namespace view {
 
 QList<Message> Messages::insert(const Message &message)
 {
-    auto &waiting = m_messages[message.type];
-    if (message.type != Message::Type::ImageData)
-        return std::exchange(waiting, {message});
-    waiting.append(message);
+    QList<Message> only{message}; // made first: without memory for it the queue stays as it is
+    auto waiting = m_messages.find(message.type);
+    if (waiting == m_messages.end())
+        m_messages.insert(message.type, only);
+    else if (message.type == Message::Type::ImageData)
+        waiting->append(message);
+    else
+        return std::exchange(*waiting, std::move(only));
     return {};
 }
 

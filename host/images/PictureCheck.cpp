@@ -58,8 +58,18 @@ bool hasLongDeclaration(const QByteArray &content)
     return false;
 }
 
+/// A document may name what it stands for in up to 4096 characters, and that as often as it likes.
+constexpr qsizetype maxReferences = 1000;
+
+bool hasManyReferences(const QByteArray &content)
+{
+    return content.contains("<!ENTITY") && content.count('&') > maxReferences;
+}
+
 QString xmlProblem(const QByteArray &content, PictureBytes &bytes)
 {
+    if (hasManyReferences(content))
+        return QStringLiteral("больше %1 ссылок на сущности").arg(maxReferences);
     if (hasElementOfManyAttributes(content) || hasLongDeclaration(content))
         return QStringLiteral("больше %1 атрибутов у элемента").arg(maxAttributes);
     QXmlStreamReader xml(&bytes);

@@ -99,7 +99,10 @@ void HttpRequestHead::addField(std::string_view name, std::string_view value)
                          std::all_of(nameEnd + 1, value.data(), &isBlank);
     m_isContiguous = m_isContiguous && follows;
     m_end = value.data() + value.size() + lineEndSize;
-    m_fields.push_back({name, withoutTrailingBlanks(value)});
+    // An encoding with blanks behind it is one that the library does not know: it would read no
+    // chunks.
+    const bool isEncoding = equalsWithoutCase(name, "Transfer-Encoding");
+    m_fields.push_back({name, isEncoding ? value : withoutTrailingBlanks(value)});
 }
 
 QString HttpRequestHead::fault() const

@@ -10,8 +10,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto maxTime = 24h;                  // a timer takes no more than some weeks
-constexpr qint64 maxContentBytes = 67'108'864; // 64 MiB, a film of a minute
+constexpr qsizetype maxAddressCharacters = 2048; // Qt takes minutes for some of a megabyte
+constexpr auto maxLoadTime = 2min;               // for what is no stream
+constexpr auto maxTime = 24h;                    // a timer takes no more than some weeks
+constexpr qint64 maxContentBytes = 67'108'864;   // 64 MiB, a film of a minute
 /// What Qt's network thread may read ahead: more than the limit, so that going beyond that is seen.
 constexpr qint64 readAheadBytes = 2 * maxContentBytes;
 
@@ -74,7 +76,13 @@ void AdPlayer::play(const QJsonObject &ad)
     setContent({AdContent::Kind::Loading, {}, {}});
     m_time = std::clamp<std::chrono::seconds>(std::chrono::seconds(ad[u"time"].toInteger()), 1s,
                                               maxTime);
-    const QUrl url(ad[u"url"].toString());
+    const auto address = ad[u"url"].toString();
+    if (address.size() > maxAddressCharacters && !address.startsWith(u"data:")) {
+        finish(false,
+               QStringLiteral("an address of more than %1 characters").arg(maxAddressCharacters));
+        return;
+    }
+    const QUrl url(address);
     // Opening a pipe, or reading a device, would wait for whoever is at its other end.
     if (url.isLocalFile() && !QFileInfo(url.toLocalFile()).isFile()) {
         finish(false, QStringLiteral("there is no such file"));
@@ -92,6 +100,10 @@ void AdPlayer::play(const QJsonObject &ad)
     } else {
         connect(m_reply.get(), &QNetworkReply::downloadProgress, this, &AdPlayer::checkSize);
         connect(m_reply.get(), &QNetworkReply::finished, this, &AdPlayer::showContent);
+        QTimer::singleShot(maxLoadTime, m_reply.get(), [this, reply = m_reply.get()] {
+            if (m_reply.get() == reply)
+                finish(false, QStringLiteral("not loaded in time"));
+        });
     }
 }
 
@@ -111,7 +123,9 @@ void AdPlayer::stop()
 
 void AdPlayer::fetch(const QUrl &address)
 {
-    auto *const reply = m_network.get(QNetworkRequest(address));
+    QNetworkRequest request(address);
+    request.setRawHeader("Accept-Encoding", "identity"); // what inflates to nothing would never end
+    auto *const reply = m_network.get(request);
     m_reply.reset(reply);
     // Passed on to the network thread only once the request has started, in an event queued before.
     QMetaObject::invokeMethod(

@@ -20,11 +20,11 @@ QString fileName(const QString &path)
 LookFile LookFile::read(const QJsonValue &path)
 {
     QFile file(fileName(path.toString()));
-    // A device or a pipe has no size and might never end.
-    if (file.fileName().isEmpty() || !QFileInfo(file).isFile() || file.size() > maxBytes ||
-        !file.open(QIODevice::ReadOnly))
+    if (file.fileName().isEmpty() || !QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    const auto content = file.readAll();
+    const auto content = file.read(maxBytes + 1); // some of the system's files tell no size
+    if (content.size() > maxBytes)
+        return {};
     const auto type = QMimeDatabase().mimeTypeForFileNameAndData(file.fileName(), content).name();
     return type.startsWith(u"image/") ? LookFile{type, content} : LookFile{};
 }

@@ -65,8 +65,9 @@ Finding judgeBody(const HttpAnswer &reply, ssl::EncryptedDataGcm &data)
 {
     const auto tagSize = std::ssize(data.tag);
     if (reply.isCutOff)
-        return stepFailed("body", {"Ответ больше 1 МиБ, касса его не примет.",
-                                   "The answer is larger than 1 MiB, which the register refuses."});
+        return stepFailed("body",
+                          {"Ответ больше 16 КиБ, касса его не примет.",
+                           "The answer is larger than 16 KiB, which the register refuses."});
     if (reply.body.isEmpty())
         return stepFailed("body", {"Ответ пуст.", "The answer is empty."});
     if (reply.body.size() <= tagSize)

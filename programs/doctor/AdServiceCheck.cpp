@@ -16,8 +16,8 @@ using namespace std::chrono_literals;
 
 constexpr auto subscriptionDeadline = 5s; // the register waits 15 s, a person does not
 constexpr auto streamTimeout = 2s;
-constexpr qsizetype maxAnswerBytes = 1'048'576; // what the register takes
-constexpr int fine = 200;                       // HTTP status
+constexpr qsizetype maxAnswerBytes = 16'384; // what the register takes
+constexpr int fine = 200;                    // HTTP status
 constexpr int firstError = 400;
 
 QByteArray subscription(const QByteArray &publicKey)

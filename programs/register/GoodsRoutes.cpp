@@ -4,8 +4,9 @@
 #include <pages/PageRoutes.h>
 #include <register/Goods.h>
 
+#include <PictureFile.h>
+
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -45,14 +46,13 @@ QJsonObject toJson(const GoodsItem &item, bool hasPicture)
 
 void answerWithPicture(HttpServer &server, const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const auto picture = readPictureFile(fileName);
+    if (!picture.problem.isEmpty()) {
         answerWithText(server, notFound, QStringLiteral("the picture cannot be read"));
         return;
     }
-    const auto content = file.readAll();
-    answerWith(server, QMimeDatabase().mimeTypeForFileNameAndData(fileName, content).name(),
-               content);
+    const auto type = QMimeDatabase().mimeTypeForFileNameAndData(fileName, picture.content);
+    answerWith(server, type.name(), picture.content);
 }
 
 } // namespace

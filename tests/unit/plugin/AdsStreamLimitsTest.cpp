@@ -21,7 +21,7 @@ using support::ScriptedAnswer;
 const QStringList givenUp{"Ошибка подключения к сервису Ads: Operation canceled",
                           "Пустой ответ от сервера"};
 
-constexpr qsizetype maxAnswerBytes = 1'048'576;
+constexpr qsizetype maxAnswerBytes = 16'384;
 /// What may be on its way when the answer is given up: in sockets, and what Qt's network thread has
 /// read before it heard of its limit.
 constexpr qint64 heldBytes = 64'000'000;
@@ -38,7 +38,7 @@ AdAnswer answerOf(qsizetype bodySize)
 
 using AdsStreamLimits = AdsStreamFixture;
 
-TEST_F(AdsStreamLimits, An_answer_of_one_MiB_is_taken)
+TEST_F(AdsStreamLimits, An_answer_of_16_KiB_is_taken)
 {
     answer(answerOf(maxAnswerBytes));
     EXPECT_EQ(subscribe(2).constFirst(), "Добавляем поток ads://host?stream=3&key=K");
@@ -49,6 +49,13 @@ TEST_F(AdsStreamLimits, An_answer_of_one_byte_more_is_given_up_as_an_error)
     answer(answerOf(maxAnswerBytes + 1));
     EXPECT_EQ(subscribe(2), givenUp);
     EXPECT_TRUE(connector->adTimetable.isEmpty());
+}
+
+TEST_F(AdsStreamLimits, An_answer_whose_address_takes_Qt_minutes_to_read_is_given_up_as_an_error)
+{
+    const auto marks = QByteArrayLiteral("\u0301\u0323").repeated(100'000);
+    answer({.plaintext = R"({"listen":"a)" + marks + R"(","stream":3,"master":"K"})"});
+    EXPECT_EQ(subscribe(2), givenUp);
 }
 
 TEST_F(AdsStreamLimits, An_answer_without_an_end_is_given_up_as_an_error)

@@ -4,6 +4,7 @@
 
 #include <support/Unreadable.h>
 
+#include <new>
 #include <stdexcept>
 
 namespace {
@@ -46,6 +47,12 @@ private:
             throw std::runtime_error("the REST client failed");
         }
     }
+};
+
+/// A value for which there is no memory, as often as it was told.
+struct Scarce
+{
+    static inline int failures = 0;
 };
 
 class ClientExceptions : public ClientFixture
@@ -116,6 +123,24 @@ TEST_F(ClientExceptions, A_start_that_fails_at_a_setting_is_tried_again_when_it_
         EXPECT_EQ(throwing->postCount(), before + 1) << key;
         EXPECT_TRUE(queue->lock()->isEmpty()) << key;
     }
+}
+
+TEST_F(ClientExceptions, A_message_that_lacks_memory_to_be_converted_is_tried_again)
+{
+    QMetaType::registerConverter<Scarce, QString>([](const Scarce &) {
+        if (Scarce::failures-- > 0)
+            throw std::bad_alloc();
+        return QStringLiteral("text");
+    });
+    start(10'000);
+    Scarce::failures = 1;
+    insert(Type::Content, {{"data", QVariant::fromValue(Scarce())}});
+    client.onTimeout();
+    EXPECT_EQ(throwing->postCount(), 0);
+    EXPECT_TRUE(client.timer->isActive());
+    client.onTimeout();
+    EXPECT_EQ(throwing->postCount(), 1);
+    EXPECT_TRUE(queue->lock()->isEmpty());
 }
 
 TEST_F(ClientExceptions, A_message_that_cannot_be_converted_is_dropped_and_the_next_one_goes_out)

@@ -44,6 +44,12 @@ const auto damagedPng = [] {
 }();
 
 /// Of which one is that of the root's namespace.
+QByteArray svgOfReferences(int count)
+{
+    return "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ENTITY a \"" + QByteArray(4000, 'a') + "\">]>" +
+           svg(QByteArray("&a;").repeated(count));
+}
+
 QByteArray svgOfAttributes(int count)
 {
     QByteArray element = "<text";
@@ -60,6 +66,7 @@ const Row shown[] = {
     {"SVG", svg("Чай"), {}},
     {"SVG with a prolog", "<?xml version=\"1.0\"?>\n" + svg("x"), {}},
     {"SVG with an element of the most attributes", svgOfAttributes(999), {}},
+    {"SVG that refers to its entities", svgOfReferences(1000), {}},
     {"a format that only the display knows", webp, {}},
     {"JPEG with something behind it", encoded("JPG") + "more", {}},
 };
@@ -87,6 +94,8 @@ const Row refused[] = {
      "ошибка XML в строке 1: "},
     {"SVG with an element of many attributes", svgOfAttributes(1000),
      "больше 1000 атрибутов у элемента"},
+    {"SVG that refers to its entities too often", svgOfReferences(1001),
+     "больше 1000 ссылок на сущности"},
     {"SVG that declares many attributes",
      "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ATTLIST svg" +
          QByteArray(" a CDATA 'u'").repeated(400) + ">]>" + svg("x"),

@@ -75,6 +75,7 @@ TEST(HttpRequestHead, Is_refused_for_what_could_be_read_in_two_ways)
         {{"Host", "a"}, {"Content-Length", "1"}, {"content-length", "1"}},
         {{"Host", "a"}, {"Content-Length", "1"}, {"Transfer-Encoding", "chunked"}},
         {{"Host", "a"}, {"Transfer-Encoding", "gzip, chunked"}},
+        {{"Host", "a"}, {"Transfer-Encoding", "chunked "}},
         {{"Host", "a"}, {"X ", "a"}},
         {{"Host", "a"}, {"", "a"}},
         {{"Host", "a"}, {"X", "\x01"}},

@@ -91,6 +91,22 @@ TEST_F(AdPlayerTest, A_content_without_an_end_has_failed)
     EXPECT_TRUE(player.reason().contains("larger")) << player.reason().toStdString();
 }
 
+TEST_F(AdPlayerTest, A_compressed_content_without_an_end_has_failed)
+{
+    const auto gzipHead = QByteArray::fromHex("1f8b08000000000000ff");
+    const auto emptyBlocks = QByteArray::fromHex("000000ffff").repeated(10'000);
+    server.answer({.bytes = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n" + gzipHead,
+                   .repeated = emptyBlocks});
+    EXPECT_FALSE(outcomeOf(address()));
+    EXPECT_TRUE(player.reason().contains("larger")) << player.reason().toStdString();
+}
+
+TEST_F(AdPlayerTest, An_address_that_Qt_takes_minutes_for_has_failed_at_once)
+{
+    EXPECT_FALSE(outcomeOf("http://a" + QStringLiteral("\u0301\u0323").repeated(200'000)));
+    EXPECT_TRUE(player.reason().contains("2048")) << player.reason().toStdString();
+}
+
 TEST_F(AdPlayerTest, Of_one_that_another_takes_the_place_of_nothing_is_reported)
 {
     server.answer(ScriptedAnswer::ok(png));

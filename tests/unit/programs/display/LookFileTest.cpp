@@ -53,6 +53,11 @@ TEST_F(LookFileTest, Is_not_read_unless_it_is_a_file_of_bearable_size)
     EXPECT_TRUE(LookFile::read(write("huge.svg", svg.leftJustified(16'777'217))).content.isEmpty());
 }
 
+TEST_F(LookFileTest, Is_not_read_without_an_end)
+{
+    EXPECT_TRUE(LookFile::read("/proc/self/pagemap").content.isEmpty());
+}
+
 TEST_F(LookFileTest, Is_none_without_a_path)
 {
     EXPECT_TRUE(LookFile::read(QJsonValue()).content.isEmpty());

@@ -15,8 +15,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 
+const QByteArray pixel =
+    QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAP///yH5BAAAAAAALAAAAAABAAEAAAIBRAA7");
 const QByteArray picture = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
 
 class GoodsRoutesTest : public testing::Test
@@ -33,7 +37,7 @@ goods = [
 ]
 )");
         write("tea.svg", picture);
-        write("sugar", "\x89PNG\r\n\x1a\n");
+        write("sugar", pixel);
         QObject::connect(&server, &HttpServer::requestReceived,
                          [this](const RequestHeader &header, const QByteArray &content) {
                              routes.serve(server, header, content);
@@ -92,7 +96,7 @@ TEST_F(GoodsRoutesTest, Serve_each_picture_with_the_type_of_its_content)
     EXPECT_EQ(path, "/pictures/1/2%20%3F");
     const auto sugar = get(path);
     EXPECT_EQ(sugar.status, 200);
-    EXPECT_TRUE(sugar.header.contains("Content-Type: image/png\r\n")) << sugar.header.toStdString();
+    EXPECT_TRUE(sugar.header.contains("Content-Type: image/gif\r\n")) << sugar.header.toStdString();
 }
 
 TEST_F(GoodsRoutesTest, Name_no_picture_where_there_is_none)
@@ -112,5 +116,14 @@ TEST_F(GoodsRoutesTest, Answer_404_for_a_picture_that_has_gone)
 {
     add(folder.path());
     ASSERT_TRUE(QFile::remove(folder.filePath("tea.svg")));
+    EXPECT_EQ(get("/pictures/100").status, 404);
+}
+
+TEST_F(GoodsRoutesTest, Do_not_wait_for_a_pipe_in_the_place_of_a_picture)
+{
+    add(folder.path());
+    const auto file = folder.filePath("tea.svg");
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
     EXPECT_EQ(get("/pictures/100").status, 404);
 }
