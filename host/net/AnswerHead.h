@@ -3,6 +3,7 @@
 #include <QByteArrayView>
 
 #include <algorithm>
+#include <array>
 
 /**
  * Follows the head of an answer by the lines that libcurl hands on, and finds what it lets pass.
@@ -46,17 +47,21 @@ private:
                0;
     }
 
-    /// Three digits, 100 at the least, after a version: "HTTP/1.1 200 OK".
+    /// Three digits, 100 at the least, after a version that libcurl reads: "HTTP/1.1 200 OK".
     static bool tellsStatus(QByteArrayView line)
     {
+        constexpr std::array<QByteArrayView, 4> versions{"1.1", "1.0", "2", "2.0"};
         constexpr qsizetype statusDigits = 3;
+        const auto space = line.indexOf(' ');
+        if (space < 0)
+            return false;
+        const auto version = line.first(space).sliced(name.size());
+        const auto status = line.sliced(space).trimmed();
         const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
-        const auto version = line.sliced(name.size());
-        const auto status = line.sliced(line.indexOf(' ') + 1).trimmed();
         const auto digits =
             std::find_if_not(status.begin(), status.end(), isDigit) - status.begin();
-        return !version.isEmpty() && isDigit(version.front()) && digits == statusDigits &&
-               status.front() != '0';
+        return std::find(versions.begin(), versions.end(), version) != versions.end() &&
+               digits == statusDigits && status.front() != '0';
     }
 
     qsizetype m_bytes = 0;
