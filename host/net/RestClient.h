@@ -24,9 +24,11 @@ class Logger;
  * became unreachable and why, and when it answered again, not each try.
  * Shut-down: the destructor closes the connection; a post under way must have ended.
  *
- * Only a 2xx status is a success. Nothing is followed (redirects), nothing is sent twice, proxies
- * of the environment are not used, and an answer beyond 1 MiB or header fields beyond 64 KiB end
- * the request: the caller wants the status, not the content.
+ * Only a 2xx status is a success, of an answer that is HTTP, is whole, and came when the message
+ * had been sent or, on a new connection, is followed by the rest of it. Nothing is followed
+ * (redirects), nothing is sent twice, proxies of the environment are not used, and an answer beyond
+ * 1 MiB or header fields beyond 64 KiB end the request: the caller wants the status, not the
+ * content. By http the connection is kept for the next post.
  */
 class HOST_EXPORT RestClient
 {
