@@ -64,6 +64,7 @@ std::vector<RawRequest> ambiguousFraming()
         {"encoding_chunked_identity",
          field("Transfer-Encoding: chunked, identity", "0\r\n\r\n"),
          {400}},
+        {"encoding_before_a_blank", field("Transfer-Encoding: chunked ", "0\r\n\r\n"), {400}},
         {"encoding_with_comma", field("Transfer-Encoding: chunked,", "0\r\n\r\n"), {400}},
         {"encoding_with_parameter", field("Transfer-Encoding: chunked;q=1", "0\r\n\r\n"), {400}},
         {"encoding_in_quotes", field("Transfer-Encoding: \"chunked\"", "0\r\n\r\n"), {400}},
