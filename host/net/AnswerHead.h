@@ -28,18 +28,22 @@ public:
             m_isWhole = true;
         } else if (beginsWithName(line)) {
             m_isWhole = false;
-            m_isHttp = m_isHttp && tellsStatus(line);
+            m_status = statusOf(line);
+            m_isHttp = m_isHttp && m_status >= leastStatus;
         }
         return m_isHttp && !isTooLarge();
     }
 
     bool isHttp() const { return m_isHttp; }
+    /// That of the last status line; 0 if it tells none.
+    int status() const { return m_status; }
     bool isTooLarge() const { return m_bytes > maxBytes; }
     /// Whether the last head has ended.
     bool isWhole() const { return m_isWhole; }
 
 private:
     static constexpr QByteArrayView name = "HTTP/";
+    static constexpr int leastStatus = 100;
 
     static bool beginsWithName(QByteArrayView line)
     {
@@ -47,24 +51,24 @@ private:
                0;
     }
 
-    /// Three digits, 100 at the least, after a version that libcurl reads: "HTTP/1.1 200 OK".
-    static bool tellsStatus(QByteArrayView line)
+    /// Of "HTTP/1.1 200 OK", with a version that libcurl reads, it is 200; 0 if there is none.
+    static int statusOf(QByteArrayView line)
     {
         constexpr std::array<QByteArrayView, 4> versions{"1.1", "1.0", "2", "2.0"};
         constexpr qsizetype statusDigits = 3;
         const auto space = line.indexOf(' ');
         if (space < 0)
-            return false;
+            return 0;
         const auto version = line.first(space).sliced(name.size());
-        const auto status = line.sliced(space).trimmed();
-        const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
-        const auto digits =
-            std::find_if_not(status.begin(), status.end(), isDigit) - status.begin();
-        return std::find(versions.begin(), versions.end(), version) != versions.end() &&
-               digits == statusDigits && status.front() != '0';
+        const auto rest = line.sliced(space).trimmed();
+        const auto status = rest.first(rest.contains(' ') ? rest.indexOf(' ') : rest.size());
+        const bool hasVersion =
+            std::find(versions.begin(), versions.end(), version) != versions.end();
+        return hasVersion && status.size() == statusDigits ? status.toInt() : 0;
     }
 
     qsizetype m_bytes = 0;
+    int m_status = 0;
     bool m_isHttp = true;
     bool m_isWhole = false;
 };

@@ -161,8 +161,9 @@ int RestClient::Transfer::perform(const QUrl &url, const QByteArray &body, const
     CURLcode code = curl_easy_perform(handle);
     curl_easy_setopt(handle, CURLOPT_POSTFIELDS, nullptr);
 
-    if (!m_head.isHttp())
-        code = CURLE_UNSUPPORTED_PROTOCOL; // as libcurl says of other first lines that are not HTTP
+    // libcurl says so of other first lines that are not HTTP, and guesses the status of some.
+    if (!m_head.isHttp() || (code == CURLE_OK && m_head.status() != status()))
+        code = CURLE_UNSUPPORTED_PROTOCOL;
     else if (code == CURLE_OK && !m_head.isWhole())
         code = CURLE_PARTIAL_FILE;
     else if (code == CURLE_OK && isSuccess(status()) && !isRequestSent())

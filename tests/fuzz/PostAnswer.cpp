@@ -13,7 +13,7 @@ namespace {
 bool tellsSuccess(const QByteArray &answer)
 {
     static const QRegularExpression line(
-        QStringLiteral(R"(HTTP/(1\.[01]|2|2\.0) +2[0-9]{2}(?![0-9]))"),
+        QStringLiteral(R"(HTTP/(1\.[01]|2|2\.0) +2[0-9]{2}( |\r|\n))"),
         QRegularExpression::CaseInsensitiveOption);
     return line.match(QString::fromLatin1(answer)).hasMatch();
 }

@@ -57,6 +57,8 @@ const Row rows[] = {
     {"a_200_of_a_newer_version", head("HTTP/2 200"), 0},
     {"a_500_of_no_version", head("HTTP/x 500 Bad"), CURLE_UNSUPPORTED_PROTOCOL},
     {"a_500_of_no_version_in_small_letters", head("http/x 500"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_400_with_something_behind_it", head("HTTP/1.1 400OK"), CURLE_UNSUPPORTED_PROTOCOL},
+    {"a_status_with_a_sign", head("HTTP/2 +20"), CURLE_UNSUPPORTED_PROTOCOL},
     {"a_302_of_a_broken_version", head("HTTP/1.x 302 Found"), CURLE_UNSUPPORTED_PROTOCOL},
     {"a_302_of_half_a_version", head("HTTP/1 302 Found"), CURLE_UNSUPPORTED_PROTOCOL},
     {"a_302_of_a_newer_version", head("HTTP/2.0 302 Found"), 302},
