@@ -59,7 +59,7 @@ public:
     virtual int result() const;
 
 private:
-    class Transfer;
+    struct Transfer;
     const std::unique_ptr<Transfer> m_transfer;
 };
 
