@@ -44,7 +44,6 @@ void HttpPost::startAnew()
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
-    curl_easy_setopt(handle, CURLOPT_MAXCONNECTS, 1L); // the one that hasUnaskedInput looks at
     curl_easy_setopt(handle, CURLOPT_POST, 1L);
     curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &HttpPost::beforeRequest);
     curl_easy_setopt(handle, CURLOPT_PREREQDATA, this);
@@ -64,8 +63,11 @@ int HttpPost::send(const QUrl &url, const QByteArray &body, const RestClient::He
     m_head = {};
     m_answerBytes = 0;
 
-    if (hasUnaskedInput())
+    // Of another server no connection is kept, on which something might come unseen.
+    const auto server = url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment);
+    if (server != m_server || hasUnaskedInput())
         startAnew();
+    m_server = server;
     setRequest(url, body, headers);
     m_code = curl_easy_perform(m_handle.get());
     curl_easy_setopt(m_handle.get(), CURLOPT_POSTFIELDS, nullptr);

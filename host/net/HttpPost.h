@@ -59,6 +59,7 @@ private:
 
     RestClient::Headers m_headers;
     CurlList m_fields; // m_headers as libcurl wants them
+    QUrl m_server;     // whose connection is kept
     CurlHandle m_handle;
     CURLcode m_code = CURLE_OK; // of the request under way, or the last one, as all that follows
     std::chrono::seconds m_timeout{};
