@@ -6,14 +6,15 @@ namespace view {
 
 QList<Message> Messages::insert(const Message &message)
 {
-    QList<Message> only{message}; // made first: without memory for it the queue stays as it is
     auto waiting = m_messages.find(message.type);
-    if (waiting == m_messages.end())
-        m_messages.insert(message.type, only);
-    else if (message.type == Message::Type::ImageData)
+    if (message.type == Message::Type::ImageData && waiting != m_messages.end()) {
         waiting->append(message);
-    else
+        return {};
+    }
+    QList<Message> only{message}; // made first: without memory for it the queue stays as it is
+    if (waiting != m_messages.end())
         return std::exchange(*waiting, std::move(only));
+    m_messages.insert(message.type, only);
     return {};
 }
 

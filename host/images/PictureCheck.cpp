@@ -47,15 +47,15 @@ bool hasElementOfManyAttributes(const QByteArray &content)
 /// Nor does it stop comparing those that a document declares.
 constexpr qsizetype maxDeclarationBytes = 4096;
 
-bool hasLongDeclaration(const QByteArray &content)
+bool hasLongDeclarations(const QByteArray &content)
 {
+    qsizetype bytes = 0;
     for (auto at = content.indexOf("<!ATTLIST"); at >= 0;
          at = content.indexOf("<!ATTLIST", at + 1)) {
         const auto end = content.indexOf('<', at + 1);
-        if ((end < 0 ? content.size() : end) - at > maxDeclarationBytes)
-            return true;
+        bytes += (end < 0 ? content.size() : end) - at;
     }
-    return false;
+    return bytes > maxDeclarationBytes;
 }
 
 /// A document may name what it stands for in up to 4096 characters, and that as often as it likes.
@@ -70,8 +70,10 @@ QString xmlProblem(const QByteArray &content, PictureBytes &bytes)
 {
     if (hasManyReferences(content))
         return QStringLiteral("больше %1 ссылок на сущности").arg(maxReferences);
-    if (hasElementOfManyAttributes(content) || hasLongDeclaration(content))
+    if (hasElementOfManyAttributes(content))
         return QStringLiteral("больше %1 атрибутов у элемента").arg(maxAttributes);
+    if (hasLongDeclarations(content))
+        return QStringLiteral("объявления атрибутов больше %1 байт").arg(maxDeclarationBytes);
     QXmlStreamReader xml(&bytes);
     while (!xml.atEnd())
         xml.readNext();

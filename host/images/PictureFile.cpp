@@ -23,7 +23,7 @@ PictureFile unreadable(const QString &reason)
     return problem(QStringLiteral("не читается: %1").arg(reason));
 }
 
-PictureFile readOpenFile(QFile &file, const std::stop_token &stop)
+PictureFile readOpenFile(QFile &file)
 {
     const auto content = file.read(maxPictureFileBytes + 1);
     if (file.error() != QFileDevice::NoError)
@@ -32,14 +32,23 @@ PictureFile readOpenFile(QFile &file, const std::stop_token &stop)
         return problem(QStringLiteral("файл пуст"));
     if (content.size() > maxPictureFileBytes)
         return problem(QStringLiteral("файл больше %1 байт").arg(maxPictureFileBytes));
-    if (const auto text = pictureProblem(content, stop); !text.isEmpty())
-        return problem(text);
-    return {content, QCryptographicHash::hash(content, QCryptographicHash::Sha256), {}};
+    return {content, {}, {}};
 }
 
 } // namespace
 
 PictureFile readPictureFile(const QString &fileName, const std::stop_token &stop)
+{
+    auto picture = readUncheckedPictureFile(fileName);
+    if (!picture.problem.isEmpty())
+        return picture;
+    if (const auto text = pictureProblem(picture.content, stop); !text.isEmpty())
+        return problem(text);
+    picture.digest = QCryptographicHash::hash(picture.content, QCryptographicHash::Sha256);
+    return picture;
+}
+
+PictureFile readUncheckedPictureFile(const QString &fileName)
 {
     // What is asked about is what is read, even if the name comes to mean something else meanwhile.
     const int descriptor =
@@ -55,5 +64,5 @@ PictureFile readPictureFile(const QString &fileName, const std::stop_token &stop
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return problem(QStringLiteral("это не файл"));
-    return readOpenFile(file, stop);
+    return readOpenFile(file);
 }

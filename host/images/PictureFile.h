@@ -22,3 +22,7 @@ struct PictureFile
 /// Reads and checks a picture. Whatever has this name, it neither blocks on it, as on a pipe, nor
 /// reads more than the limit, nor goes on after a stop. Any thread.
 HOST_EXPORT PictureFile readPictureFile(const QString &fileName, const std::stop_token &stop = {});
+
+/// Reads what is called a picture without a look at its content, and without a digest. It does not
+/// block and reads no more than that either. Any thread.
+HOST_EXPORT PictureFile readUncheckedPictureFile(const QString &fileName);

@@ -2,16 +2,18 @@
 
 #include <QByteArrayView>
 
+#include <curl/curl.h>
+
 #include <algorithm>
 #include <array>
 
 /**
  * Follows the head of an answer by the lines that libcurl hands on, and finds what it lets pass.
  *
- * libcurl takes each line that begins with "HTTP/" for a status line, and 200 for the status of one
- * without a version, "HTTP/x 500"; of "HTTP/2 0" it makes an answer of status 0. When the
- * connection ends within the head, it takes the answer for a whole one. Of interim answers it hands
- * on the heads too, which are followed as the first ones.
+ * libcurl takes a head's first line that begins with "HTTP/" for a status line, and 200 for the
+ * status of one without a version, "HTTP/x 500"; of "HTTP/2 0" it makes an answer of status 0. When
+ * the connection ends within the head, it takes the answer for a whole one. Of interim answers it
+ * hands on the heads too, which are followed as the first ones.
  *
  * Owner: whoever asks, one for each request. Thread: that of the request. Errors: none are thrown.
  */
@@ -24,9 +26,10 @@ public:
     bool take(QByteArrayView line)
     {
         m_bytes += line.size();
+        m_isFirstLine = beginsWithName(line);
         if (line.trimmed().isEmpty()) {
             m_isWhole = true;
-        } else if (beginsWithName(line)) {
+        } else if (m_isFirstLine) {
             m_isWhole = false;
             m_status = statusOf(line);
             m_isHttp = m_isHttp && m_status >= leastStatus;
@@ -34,12 +37,20 @@ public:
         return m_isHttp && !isTooLarge();
     }
 
-    bool isHttp() const { return m_isHttp; }
-    /// That of the last status line; 0 if it tells none.
-    int status() const { return m_status; }
+    /// Of an exchange that ended with libcurl's code and status: that code, or the one of what
+    /// libcurl has let pass.
+    CURLcode judge(CURLcode code, long status) const
+    {
+        if (!m_isHttp || (code == CURLE_OK && m_status != status))
+            return CURLE_UNSUPPORTED_PROTOCOL; // as libcurl says of other first lines
+        return code == CURLE_OK && !m_isWhole ? CURLE_PARTIAL_FILE : code;
+    }
+
     bool isTooLarge() const { return m_bytes > maxBytes; }
     /// Whether the last head has ended.
     bool isWhole() const { return m_isWhole; }
+    /// Whether the line that was taken last began a head.
+    bool isFirstLine() const { return m_isFirstLine; }
 
 private:
     static constexpr QByteArrayView name = "HTTP/";
@@ -68,7 +79,8 @@ private:
     }
 
     qsizetype m_bytes = 0;
-    int m_status = 0;
+    int m_status = 0; // of the last status line; 0 if it tells none
     bool m_isHttp = true;
     bool m_isWhole = false;
+    bool m_isFirstLine = false;
 };

@@ -59,7 +59,7 @@ std::optional<HttpListener::Client> HttpListener::accept()
     client.addressSize = sizeof client.address;
     client.socket = ::accept4(m_socket, reinterpret_cast<sockaddr *>(&client.address),
                               &client.addressSize, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    m_lacksResources =
-        client.socket < 0 && errno != EAGAIN && errno != EINTR && errno != ECONNABORTED;
+    m_lacksResources = client.socket < 0 &&
+                       (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM);
     return client.socket < 0 ? std::nullopt : std::optional(client);
 }

@@ -98,12 +98,8 @@ void HttpPost::setRequest(const QUrl &url, const QByteArray &body,
 
 void HttpPost::judgeAnswer()
 {
-    // libcurl says so of other first lines that are not HTTP, and guesses the status of some.
-    if (!m_head.isHttp() || (m_code == CURLE_OK && m_head.status() != status()))
-        m_code = CURLE_UNSUPPORTED_PROTOCOL;
-    else if (m_code == CURLE_OK && !m_head.isWhole())
-        m_code = CURLE_PARTIAL_FILE;
-    else if (m_code == CURLE_OK && isSuccess(status()) && !isRequestSent())
+    m_code = m_head.judge(m_code, status());
+    if (m_code == CURLE_OK && isSuccess(status()) && !isRequestSent())
         m_isEarly = true;
     if (m_isEarly)
         m_code = CURLE_SEND_ERROR;

@@ -11,7 +11,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr qsizetype maxAddressCharacters = 2048; // Qt takes minutes for some of a megabyte
-constexpr auto maxLoadTime = 2min;               // for what is no stream
 constexpr auto maxTime = 24h;                    // a timer takes no more than some weeks
 constexpr qint64 maxContentBytes = 67'108'864;   // 64 MiB, a film of a minute
 /// What Qt's network thread may read ahead: more than the limit, so that going beyond that is seen.
@@ -49,14 +48,18 @@ AdContent recognise(const QByteArray &bytes)
 
 } // namespace
 
-AdPlayer::AdPlayer(std::chrono::milliseconds patience) : m_patience(patience)
+AdPlayer::AdPlayer(std::chrono::milliseconds patience, std::chrono::milliseconds loadTime)
+    : m_patience(patience), m_loadTime(loadTime)
 {
     m_network.setTransferTimeout(static_cast<int>(m_patience.count()));
     m_shown.setSingleShot(true);
     m_stalled.setSingleShot(true);
+    m_loading.setSingleShot(true);
     connect(&m_shown, &QTimer::timeout, this, [this] { finish(true); });
     connect(&m_stalled, &QTimer::timeout, this,
             [this] { finish(false, QStringLiteral("the stream has stalled")); });
+    connect(&m_loading, &QTimer::timeout, this,
+            [this] { finish(false, QStringLiteral("not loaded in time")); });
 }
 
 AdPlayer::~AdPlayer() = default;
@@ -72,12 +75,14 @@ void AdPlayer::play(const QJsonObject &ad)
 {
     m_shown.stop();
     m_stalled.stop();
+    m_loading.stop();
     m_stream.reset();
     setContent({AdContent::Kind::Loading, {}, {}});
     m_time = std::clamp<std::chrono::seconds>(std::chrono::seconds(ad[u"time"].toInteger()), 1s,
                                               maxTime);
     const auto address = ad[u"url"].toString();
-    if (address.size() > maxAddressCharacters && !address.startsWith(u"data:")) {
+    if (address.size() > maxAddressCharacters &&
+        !address.startsWith(u"data:", Qt::CaseInsensitive)) {
         finish(false,
                QStringLiteral("an address of more than %1 characters").arg(maxAddressCharacters));
         return;
@@ -100,10 +105,7 @@ void AdPlayer::play(const QJsonObject &ad)
     } else {
         connect(m_reply.get(), &QNetworkReply::downloadProgress, this, &AdPlayer::checkSize);
         connect(m_reply.get(), &QNetworkReply::finished, this, &AdPlayer::showContent);
-        QTimer::singleShot(maxLoadTime, m_reply.get(), [this, reply = m_reply.get()] {
-            if (m_reply.get() == reply)
-                finish(false, QStringLiteral("not loaded in time"));
-        });
+        m_loading.start(m_loadTime);
     }
 }
 
@@ -117,6 +119,7 @@ void AdPlayer::stop()
 {
     m_shown.stop();
     m_stalled.stop();
+    m_loading.stop();
     m_reply.reset();
     setContent({});
 }
@@ -150,6 +153,7 @@ void AdPlayer::showContent()
         finish(false, QStringLiteral("neither a picture nor a film"));
         return;
     }
+    m_loading.stop();
     setContent(content);
     m_shown.start(m_time);
 }
@@ -193,6 +197,7 @@ void AdPlayer::finish(bool shown, const QString &reason)
 {
     m_shown.stop();
     m_stalled.stop();
+    m_loading.stop();
     m_reply.reset();
     m_reason = reason;
     if (!shown)

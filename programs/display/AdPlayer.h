@@ -41,8 +41,10 @@ class AdPlayer : public QObject
     Q_OBJECT
 
 public:
-    /// `patience` is how long an address may stay silent, and a stream without a picture.
-    explicit AdPlayer(std::chrono::milliseconds patience = std::chrono::seconds(10));
+    /// `patience` is how long an address may stay silent, and a stream without a picture;
+    /// `loadTime` is how long what is no stream may take to be loaded.
+    explicit AdPlayer(std::chrono::milliseconds patience = std::chrono::seconds(10),
+                      std::chrono::milliseconds loadTime = std::chrono::minutes(2));
     ~AdPlayer() override;
 
     void play(const QJsonObject &ad);
@@ -78,11 +80,13 @@ private:
     void finish(bool shown, const QString &reason = {});
 
     const std::chrono::milliseconds m_patience;
+    const std::chrono::milliseconds m_loadTime;
     QNetworkAccessManager m_network;
     std::unique_ptr<QNetworkReply, DeleteLater> m_reply; // null unless something is being loaded
     std::optional<MultipartReader> m_stream;             // of the stream that is being played
     QTimer m_shown;                                      // ends the time of a picture
     QTimer m_stalled;                                    // ends the patience with a stream
+    QTimer m_loading;                                    // ends the time to load anything else
     std::chrono::seconds m_time{0};
     AdContent m_content;
     QString m_reason;

@@ -22,9 +22,10 @@ LookFile LookFile::read(const QJsonValue &path)
     QFile file(fileName(path.toString()));
     if (file.fileName().isEmpty() || !QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    const auto content = file.read(maxBytes + 1); // some of the system's files tell no size
+    auto content = file.read(maxBytes + 1); // some of the system's files tell no size
     if (content.size() > maxBytes)
         return {};
+    content.squeeze(); // of what was kept free for the largest
     const auto type = QMimeDatabase().mimeTypeForFileNameAndData(file.fileName(), content).name();
     return type.startsWith(u"image/") ? LookFile{type, content} : LookFile{};
 }

@@ -162,13 +162,10 @@ HttpAnswer exchange(const HttpRequest &request)
         curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     }
 
-    CURLcode code = curl_easy_perform(handle);
-    if (!arrival.head.isHttp())
-        code = CURLE_WEIRD_SERVER_REPLY;
-    else if (code == CURLE_OK && !arrival.head.isWhole())
-        code = CURLE_PARTIAL_FILE;
+    const auto ended = curl_easy_perform(handle);
     long status = 0;
     curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
+    const auto code = arrival.head.judge(ended, status);
     answer.status = static_cast<int>(status);
     answer.connectTime = timeOf(handle, CURLINFO_CONNECT_TIME_T);
     answer.firstByteTime = timeOf(handle, CURLINFO_STARTTRANSFER_TIME_T);

@@ -71,7 +71,7 @@ std::size_t onHeader(const char *data, std::size_t size, std::size_t count, void
     if (!reception.head.take(line))
         return 0;
     const auto colon = line.indexOf(':');
-    if (line.startsWith("HTTP/"))
+    if (reception.head.isFirstLine())
         reception.answer.header = {}; // what came before was of an interim answer
     else if (colon > 0)
         reception.answer.header.addValue(QString::fromUtf8(line.left(colon)),
@@ -156,21 +156,22 @@ HttpAnswer transfer(const HttpRequest &request, std::chrono::milliseconds patien
     curl_easy_setopt(handle.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(patience.count()));
     curl_easy_setopt(handle.get(), CURLOPT_HEADERDATA, &reception);
     curl_easy_setopt(handle.get(), CURLOPT_WRITEDATA, &reception);
-    const auto code = perform(handle.get(), stop);
+    const auto ended = perform(handle.get(), stop);
+    long status = 0;
+    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
+    const auto code = reception.head.judge(ended, status);
 
     HttpAnswer failure;
     if (reception.isTooLarge())
         failure.error = QStringLiteral("the answer is too large");
-    else if (!reception.head.isHttp())
+    else if (code == CURLE_UNSUPPORTED_PROTOCOL)
         failure.error = QStringLiteral("the answer is not HTTP");
-    else if (code == CURLE_OK && !reception.head.isWhole())
+    else if (code == CURLE_PARTIAL_FILE)
         failure.error = QStringLiteral("the answer broke off");
     else if (code != CURLE_OK)
         failure.error = QString::fromUtf8(curl_easy_strerror(code));
     if (!failure.error.isEmpty())
         return failure;
-    long status = 0;
-    curl_easy_getinfo(handle.get(), CURLINFO_RESPONSE_CODE, &status);
     reception.answer.status = static_cast<int>(status);
     return reception.answer;
 }

@@ -6,6 +6,8 @@
 #include <support/LogCapture.h>
 #include <support/PrintQt.h>
 
+#include <QStringEncoder>
+
 namespace {
 
 const QByteArray gif =
@@ -43,19 +45,32 @@ const auto damagedPng = [] {
     return content;
 }();
 
-/// Of which one is that of the root's namespace.
 QByteArray svgOfReferences(int count)
 {
     return "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ENTITY a \"" + QByteArray(4000, 'a') + "\">]>" +
            svg(QByteArray("&a;").repeated(count));
 }
 
+/// Of which one is that of the root's namespace.
 QByteArray svgOfAttributes(int count)
 {
     QByteArray element = "<text";
     for (int i = 0; i <= count; ++i)
         element += " a" + QByteArray::number(i) + "='>'";
     return "<svg xmlns=\"http://www.w3.org/2000/svg\">" + element + "/></svg>";
+}
+
+QByteArray utf16(const QByteArray &text)
+{
+    return QStringEncoder(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom)(QString(text));
+}
+
+/// In declarations of a hundred bytes.
+QByteArray svgOfDeclarations(int count)
+{
+    const auto declaration =
+        ("<!ATTLIST svg" + QByteArray(" a CDATA 'u'").repeated(7)).leftJustified(99) + '>';
+    return "<?xml version=\"1.0\"?><!DOCTYPE svg [" + declaration.repeated(count) + "]>" + svg("x");
 }
 
 const Row shown[] = {
@@ -67,6 +82,7 @@ const Row shown[] = {
     {"SVG with a prolog", "<?xml version=\"1.0\"?>\n" + svg("x"), {}},
     {"SVG with an element of the most attributes", svgOfAttributes(999), {}},
     {"SVG that refers to its entities", svgOfReferences(1000), {}},
+    {"SVG that declares attributes", svgOfDeclarations(40), {}},
     {"a format that only the display knows", webp, {}},
     {"JPEG with something behind it", encoded("JPG") + "more", {}},
 };
@@ -96,10 +112,14 @@ const Row refused[] = {
      "больше 1000 атрибутов у элемента"},
     {"SVG that refers to its entities too often", svgOfReferences(1001),
      "больше 1000 ссылок на сущности"},
-    {"SVG that declares many attributes",
+    {"SVG that declares many attributes at once",
      "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ATTLIST svg" +
          QByteArray(" a CDATA 'u'").repeated(400) + ">]>" + svg("x"),
-     "больше 1000 атрибутов у элемента"},
+     "объявления атрибутов больше 4096 байт"},
+    {"SVG that declares many attributes one after the other", svgOfDeclarations(41),
+     "объявления атрибутов больше 4096 байт"},
+    {"SVG of an encoding whose text is not looked through", utf16(svg("x")),
+     "это не картинка, а text/plain"},
 };
 
 } // namespace

@@ -22,7 +22,11 @@ inline const QString dataAddress = "data:image/png;base64," + png.toBase64();
 class AdPlayerFixture : public testing::Test
 {
 protected:
-    explicit AdPlayerFixture(std::chrono::milliseconds patience = 300ms) : player(patience) {}
+    explicit AdPlayerFixture(std::chrono::milliseconds patience = 300ms,
+                             std::chrono::milliseconds loadTime = 1min)
+        : player(patience, loadTime)
+    {
+    }
 
     void play(const QString &url, int seconds = 1)
     {

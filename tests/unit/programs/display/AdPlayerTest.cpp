@@ -10,6 +10,12 @@ class AdPlayerTest : public AdPlayerFixture
 {
 };
 
+class HurriedAdPlayer : public AdPlayerFixture
+{
+protected:
+    HurriedAdPlayer() : AdPlayerFixture(1min, 500ms) {}
+};
+
 } // namespace
 
 TEST_F(AdPlayerTest, A_picture_is_shown_for_its_time)
@@ -76,6 +82,7 @@ TEST_F(AdPlayerTest, A_file_and_a_data_address_are_shown)
     file.close();
     EXPECT_TRUE(outcomeOf("file://" + file.fileName()));
     EXPECT_TRUE(outcomeOf(dataAddress));
+    EXPECT_TRUE(outcomeOf("DATA:image/png;base64," + (png + QByteArray(3000, 'x')).toBase64()));
 }
 
 TEST_F(AdPlayerTest, A_film_of_64_MiB_is_shown)
@@ -143,6 +150,19 @@ TEST_F(AdPlayerTest, A_time_beyond_what_a_timer_takes_is_not_cut_to_a_short_one)
     support::letPass(1000ms);
     EXPECT_TRUE(finished.isEmpty());
 }
+
+TEST_F(HurriedAdPlayer, What_comes_too_slowly_has_failed)
+{
+    server.answer(ScriptedAnswer::dripping(1ms));
+    EXPECT_FALSE(outcomeOf(address()));
+    EXPECT_EQ(player.reason(), "not loaded in time");
+}
+
+TEST_F(HurriedAdPlayer, What_has_come_in_time_is_shown_for_its_own)
+{
+    EXPECT_TRUE(outcomeOf(dataAddress)) << player.reason().toStdString();
+}
+
 TEST_F(AdPlayerTest, What_is_no_file_is_not_waited_for)
 {
     const QTemporaryDir folder;
