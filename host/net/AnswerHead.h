@@ -71,8 +71,10 @@ private:
         if (space < 0)
             return 0;
         const auto version = line.first(space).sliced(name.size());
-        const auto rest = line.sliced(space).trimmed();
-        const auto status = rest.first(rest.contains(' ') ? rest.indexOf(' ') : rest.size());
+        const auto isSpace = [](char c) { return c == ' '; };
+        const auto isEnd = [](char c) { return c == ' ' || c == '\r' || c == '\n'; };
+        const auto *const begin = std::find_if_not(line.begin() + space, line.end(), isSpace);
+        const QByteArrayView status(begin, std::find_if(begin, line.end(), isEnd));
         const bool hasVersion =
             std::find(versions.begin(), versions.end(), version) != versions.end();
         return hasVersion && status.size() == statusDigits ? status.toInt() : 0;

@@ -9,6 +9,21 @@
 PluginLoader::PluginLoader(const QString &fileName)
     : m_library(QFileInfo(fileName).absoluteFilePath())
 {
+    try {
+        load(fileName);
+    } catch (...) {
+        unload(); // otherwise the next object would stay when its loader goes
+        throw;
+    }
+}
+
+PluginLoader::~PluginLoader()
+{
+    unload();
+}
+
+void PluginLoader::load(const QString &fileName)
+{
     if (!QFileInfo::exists(fileName))
         throw PluginError(QStringLiteral("%1: no such plug-in file").arg(fileName));
 
@@ -30,11 +45,6 @@ PluginLoader::PluginLoader(const QString &fileName)
         throw PluginError(
             QStringLiteral("%1: its object is not a plug-in of this host").arg(fileName));
     m_documentWatcher = dynamic_cast<DocumentWatcher *>(m_object);
-}
-
-PluginLoader::~PluginLoader()
-{
-    unload();
 }
 
 void PluginLoader::unload()

@@ -23,7 +23,7 @@ public:
  * Owner: the host. The plug-in object lives until `unload` or the loader's destruction.
  * Thread: the host's main thread.
  * Errors: the constructor throws PluginError if the file is missing, is no Qt plug-in, has another
- * interface or is no plug-in of this host.
+ * interface or is no plug-in of this host, and what the plug-in's own constructor throws.
  * Shut-down: destroys the plug-in object and lets go of the library.
  */
 class HOST_EXPORT PluginLoader
@@ -46,6 +46,8 @@ public:
     void unload();
 
 private:
+    void load(const QString &fileName);
+
     QPluginLoader m_library;
     QObject *m_object = nullptr;
     BasicPlugin *m_plugin = nullptr;

@@ -7,6 +7,7 @@ class Reasons:
 
     def __init__(self, path):
         self._reasons = {}
+        self._used = set()
         lines = [line for line in path.read_text().split("\n") if not line.startswith("#")]
         for group in "\n".join(lines).strip().split("\n\n"):
             if group.strip():
@@ -14,4 +15,10 @@ class Reasons:
                 self._reasons[tuple(subject)] = reason
 
     def explain(self, *subject):
-        return self._reasons.get(tuple(part.strip() for part in subject))
+        subject = tuple(part.strip() for part in subject)
+        self._used.add(subject)
+        return self._reasons.get(subject)
+
+    def unused(self):
+        """What has a reason and was not asked for."""
+        return [": ".join(subject) for subject in self._reasons if subject not in self._used]
