@@ -213,7 +213,7 @@ TEST_F(HostCallOuts, May_throw_at_any_step)
         "load", Reaches::Host, [this] { loader.reset(); }, [this] { load(); });
     fail("start", Reaches::Host, nothing, starting);
     fail("receipt", Reaches::Host, starting, [this] { follow(1); });
-    for (std::size_t trigger = 0; trigger < 3; ++trigger)
+    for (qsizetype trigger = 0; trigger < 3; ++trigger)
         fail("trigger", Reaches::Host, starting,
              [=, this] { loader->plugin()->triggers().at(trigger).run({}); });
     for (const auto &event : events())
