@@ -111,7 +111,9 @@ QUrl streamAddress(const QJsonObject &stream)
 
 void ViewConnector::asyncGetAdsStream(const QUrl &url) const
 {
+    // All that the host may throw from comes first: nothing has to be given back then.
     const auto [privateKey, publicKey] = ssl::generateKeyPairEC();
+    const QByteArray privateDer = privateKey.der();
     const auto publicText = QString::fromLatin1(publicKey.der().toBase64());
     const auto body = QJsonDocument(QJsonObject{{QStringLiteral("pk"), publicText}})
                           .toJson(QJsonDocument::Compact);
@@ -126,7 +128,7 @@ void ViewConnector::asyncGetAdsStream(const QUrl &url) const
     auto *network = new QNetworkAccessManager; // goes with its one reply, or with this object
     network->setProxyFactory(new InterruptibleConnections);
     auto *reply = network->post(request, body);
-    reply->setProperty(privateKeyProperty, privateKey.der());
+    reply->setProperty(privateKeyProperty, privateDer);
     connect(reply, &QObject::destroyed, network, &QObject::deleteLater);
     connect(reply, &QNetworkReply::errorOccurred, this,
             &ViewConnector::onAdsStreamConnectErrorOccurred);
