@@ -47,24 +47,20 @@ TEST_F(Crowds, Of_every_kind_let_good_clients_in_and_hold_no_more_than_is_allowe
     const auto before = ProcessState::now();
 
     std::optional<Crowd> crowd;
-    runBeside([&] { crowd.emplace(port(), count); });
-    qint64 worst = 0;
-    constexpr int rounds = 10;
-    for (int round = 0; round < rounds; ++round) {
-        runBeside([&] { crowd->drip(); });
-        QElapsedTimer timer;
-        timer.start();
-        EXPECT_EQ(answerOfGoodClient(60s), 200);
-        worst = std::max(worst, timer.elapsed());
-    }
+    const int asked = runBesideGoodClient([&] {
+        crowd.emplace(port(), count);
+        constexpr int rounds = 10;
+        for (int round = 0; round < rounds; ++round) {
+            crowd->drip();
+            std::this_thread::sleep_for(100ms);
+        }
+    });
     const auto held = ProcessState::now().descriptors - before.descriptors - crowd->size();
     runBeside([&] { crowd.reset(); });
 
     campaign::report("clients at once", count);
     campaign::report("connections held", held);
-    campaign::report("worst answer to a good one", static_cast<double>(worst), "ms");
-    EXPECT_LE(std::chrono::milliseconds(worst), promptly());
-    EXPECT_EQ(goodPictures(), 1 + rounds);
+    EXPECT_EQ(goodPictures(), 1 + asked);
     EXPECT_GT(held, allowed / 2); // or it was no crowd
     EXPECT_LE(held, allowed + beingClosed);
     EXPECT_TRUE(support::waitFor(
@@ -77,18 +73,10 @@ TEST_F(Crowds, That_are_busy_let_good_clients_in)
     start();
     EXPECT_EQ(answerOfGoodClient(), 200);
 
-    GoodClient good(port());
-    {
-        const BusyCrowd crowd(port(), count);
-        support::letPass(std::chrono::seconds(campaign::scaled(60, 3)));
-        EXPECT_GT(crowd.bytesReceived(), 1'000'000); // or it was not busy
-        runBeside([&] { good.end(); });
-    }
-    campaign::report("good requests beside busy clients", good.asked());
-    campaign::report("worst answer", static_cast<double>(good.worst().count()), "ms");
-    EXPECT_GT(good.asked(), 1);
-    EXPECT_EQ(good.missed(), 0);
-    EXPECT_LE(good.worst(), promptly());
+    const BusyCrowd crowd(port(), count);
+    runBesideGoodClient(
+        [] { std::this_thread::sleep_for(std::chrono::seconds(campaign::scaled(60, 3))); });
+    EXPECT_GT(crowd.bytesReceived(), 1'000'000); // or it was not busy
 }
 
 TEST_F(Crowds, That_never_take_their_answers_are_outlasted)

@@ -37,7 +37,7 @@ TEST_F(Disconnects, Within_a_request_deliver_nothing_and_leave_nothing_behind)
     const auto request = GoodClient::request();
     const int repetitions = campaign::scaled(20, 1);
     int cuts = 0;
-    runBeside([&] {
+    const int asked = runBesideGoodClient([&] {
         for (int i = 0; i < repetitions; ++i) {
             for (const bool isRough : endings) {
                 for (qsizetype size = 0; size < request.size(); ++size, ++cuts) {
@@ -51,9 +51,8 @@ TEST_F(Disconnects, Within_a_request_deliver_nothing_and_leave_nothing_behind)
         }
     });
     campaign::report("requests cut", cuts);
-    EXPECT_EQ(delivered, 0);
-    EXPECT_EQ(answerOfGoodClient(), 200);
-    EXPECT_EQ(goodPictures(), 2);
+    EXPECT_EQ(delivered, asked);
+    EXPECT_EQ(goodPictures(), 1 + asked);
     EXPECT_TRUE(support::waitFor(
         [&] { return ProcessState::now().descriptors <= before.descriptors; }, 60s));
 }
@@ -63,7 +62,7 @@ TEST_F(Disconnects, Within_an_answer_lose_nobody_elses_and_leave_nothing_behind)
     const auto request = GoodClient::request();
     const int repetitions = campaign::scaled(20, 1);
     int cuts = 0;
-    runBeside([&] {
+    const int asked = runBesideGoodClient([&] {
         Peer whole;
         whole.connect(port());
         whole.sendAll(request, lost);
@@ -86,9 +85,9 @@ TEST_F(Disconnects, Within_an_answer_lose_nobody_elses_and_leave_nothing_behind)
         }
     });
     campaign::report("answers cut", cuts);
-    EXPECT_EQ(answerOfGoodClient(), 200);
-    EXPECT_LE(delivered, cuts + 2); // a client that left at once may have taken its request along
-    EXPECT_GE(delivered, cuts - 2 * repetitions);
+    const int others = delivered - asked;
+    EXPECT_LE(others, cuts + 1);
+    EXPECT_GE(others, cuts - 2 * repetitions); // who left at once may have taken its request along
     EXPECT_TRUE(support::waitFor(
         [&] { return ProcessState::now().descriptors <= before.descriptors; }, 60s));
 }

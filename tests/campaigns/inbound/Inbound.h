@@ -67,6 +67,23 @@ protected:
         events.exec();
     }
 
+    /// The same while a good client asks time and again, and is answered promptly each time.
+    /// Returns how often it asked.
+    int runBesideGoodClient(const std::function<void()> &work) const
+    {
+        GoodClient good(port());
+        runBeside([&] {
+            work();
+            good.end();
+        });
+        campaign::report("good requests meanwhile", good.asked());
+        campaign::report("worst answer to one", static_cast<double>(good.worst().count()), "ms");
+        EXPECT_GT(good.asked(), 0);
+        EXPECT_EQ(good.missed(), 0);
+        EXPECT_LE(good.worst(), promptly());
+        return good.asked();
+    }
+
     /// The status that one good client gets.
     int answerOfGoodClient(std::chrono::milliseconds deadline = 30s) const
     {
