@@ -76,7 +76,7 @@ private:
         EXPECT_LE(after.threads, before.threads + ofAConnection);
         if (support::memoryIsOurs) {
             EXPECT_LT(growth, 16 * megabyte); // a few large pictures
-            EXPECT_LT(peak, 256 * megabyte);  // with what the display keeps, but no such answer
+            EXPECT_LT(peak, 128 * megabyte);  // with what the display keeps, but no such answer
         }
     }
 

@@ -14,14 +14,10 @@ class SplitHead
 {
 public:
     explicit SplitHead(const Fields &fields, const std::string &version = "HTTP/1.1")
+        : m_buffer(bufferOf(fields, version))
+        , head({m_buffer.data(), 4}, m_buffer.data() + 5, "/path",
+               {m_buffer.data() + 11, version.size()}, m_buffer.size())
     {
-        m_buffer = std::string("POST") + '\0' + "/path" + '\0' + version + lineEnd;
-        for (const auto &[name, value] : fields)
-            m_buffer += name + '\0' + ' ' + value + lineEnd;
-        m_buffer += lineEnd;
-
-        head = HttpRequestHead({m_buffer.data(), 4}, m_buffer.data() + 5, "/path",
-                               {m_buffer.data() + 11, version.size()}, m_buffer.size());
         const auto *at = m_buffer.data() + 11 + version.size() + lineEnd.size();
         for (const auto &[name, value] : fields) {
             const auto *valueAt = at + name.size() + 2;
@@ -32,11 +28,20 @@ public:
 
     Q_DISABLE_COPY_MOVE(SplitHead)
 
-    HttpRequestHead head{{}, nullptr, {}, {}, 0};
-
 private:
-    const std::string lineEnd = std::string(2, '\0');
-    std::string m_buffer;
+    static std::string bufferOf(const Fields &fields, const std::string &version)
+    {
+        auto buffer = std::string("POST") + '\0' + "/path" + '\0' + version + lineEnd;
+        for (const auto &[name, value] : fields)
+            buffer += name + '\0' + ' ' + value + lineEnd;
+        return buffer + lineEnd;
+    }
+
+    static inline const std::string lineEnd = std::string(2, '\0');
+    const std::string m_buffer;
+
+public:
+    HttpRequestHead head; // of the buffer
 };
 
 } // namespace
