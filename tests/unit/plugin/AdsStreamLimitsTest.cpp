@@ -86,11 +86,15 @@ protected:
     /// The register has no time for its events once that many requests have gone out.
     void expectNotReadAhead(int requests)
     {
+        const auto requestsBefore = service.requestCount();
+        const auto bytesBefore = service.bytesSent();
+        const auto linesBefore = log.lines().size();
         connector->asyncGetAdsStream(service.url());
-        ASSERT_TRUE(support::waitFor([&] { return service.requestCount() == requests; }));
-        QThread::msleep(1000);
-        EXPECT_LT(service.bytesSent(), heldBytes / 2);
-        EXPECT_TRUE(support::waitFor([&] { return log.lines().size() == 2; }));
+        ASSERT_TRUE(
+            support::waitFor([&] { return service.requestCount() == requestsBefore + requests; }));
+        QThread::msleep(300);
+        EXPECT_LT(service.bytesSent() - bytesBefore, heldBytes / 2);
+        EXPECT_TRUE(support::waitFor([&] { return log.lines().size() == linesBefore + 2; }));
     }
 };
 
@@ -102,9 +106,11 @@ TEST_F(BusyRegister, Has_no_answer_without_an_end_read_ahead)
 
 TEST_F(BusyRegister, Has_none_behind_a_redirection_read_ahead_either)
 {
-    service.answerNext({ScriptedAnswer::status(307)});
     service.answer(ScriptedAnswer::endlessBody());
-    expectNotReadAhead(2);
+    for (int time = 0; time < 8; ++time) { // without a limit Qt reads ahead in half of them
+        service.answerNext({ScriptedAnswer::status(307)});
+        expectNotReadAhead(2);
+    }
 }
 
 /// Finds the reply by what Qt's network thread tells it.
@@ -124,7 +130,7 @@ public:
 TEST_F(AdsStreamLimits, An_answer_that_takes_longer_than_15_seconds_is_given_up_as_an_error)
 {
     const ReplyWatch watch;
-    service.answer(ScriptedAnswer::dripping(1ms));
+    service.answer(ScriptedAnswer::dripping(100ms));
     connector->asyncGetAdsStream(service.url());
     ASSERT_TRUE(support::waitFor([&] { return watch.reply && watch.reply->bytesAvailable() > 0; }));
     auto *const deadline = watch.reply->findChild<QTimer *>();
