@@ -16,6 +16,7 @@
 #include <Tr.h>
 
 #include <support/AdAnswer.h>
+#include <support/FreePort.h>
 #include <support/FreshSingletons.h>
 #include <support/LogCapture.h>
 #include <support/PrintQt.h>
@@ -23,8 +24,6 @@
 #include <support/ScriptedServer.h>
 #include <support/Unreadable.h>
 #include <support/Wait.h>
-
-#include <QTcpServer>
 
 #include <gmock/gmock.h>
 
@@ -42,13 +41,6 @@ using namespace std::chrono_literals;
 const ImageId code(ImageId::GoodsCode, "100");
 const ImageId barcode(ImageId::Barcode, "4600000000000");
 const QByteArray png = QByteArray::fromHex("89504e470d0a1a0a0000000d49484452");
-
-int unusedPort()
-{
-    QTcpServer server;
-    EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
-    return server.serverPort();
-}
 
 class HostCallOuts : public testing::Test
 {
@@ -184,7 +176,7 @@ protected:
     support::FreshSingletons host;
     support::ScriptedServer display;
     support::ScriptedServer service;
-    const int port = unusedPort();
+    const int port = support::freePort();
     std::unique_ptr<PluginLoader> loader;
     std::set<std::string> failed;
     int lastReceipt = 1000;

@@ -2,9 +2,8 @@
 
 #include <integration/programs/ProgramFixture.h>
 
+#include <support/FreePort.h>
 #include <support/OwnLoopback.h>
-
-#include <QTcpServer>
 
 #include <csignal>
 
@@ -16,7 +15,7 @@ protected:
     /// A display that asks a recorder which is yet to come.
     ProcessPtr startAskingDisplay()
     {
-        askPort = freePort();
+        askPort = support::freePort();
         pluginUrl = QString("http://127.0.0.1:%1").arg(askPort);
         return startDisplay();
     }
@@ -72,19 +71,6 @@ protected:
         auto lines = support::jsonLines(recording);
         lines.removeIf([&](const QJsonObject &line) { return line["to"] != side; });
         return lines;
-    }
-
-    /// A free port that the system gives to nobody who does not ask for it: the recorder must know
-    /// that of the display, and the display that of the recorder.
-    static int freePort()
-    {
-        constexpr int first = 20'000;
-        constexpr int count = 10'000; // below those that connections get
-        for (qint64 offset = QCoreApplication::applicationPid();; ++offset) {
-            const auto port = static_cast<quint16>(first + offset % count);
-            if (QTcpServer().listen(QHostAddress::LocalHost, port))
-                return port;
-        }
     }
 
     const QString pluginAddress = support::ownLoopbackAddress();
