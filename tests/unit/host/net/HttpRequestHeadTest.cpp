@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -43,6 +45,13 @@ private:
 public:
     HttpRequestHead head; // of the buffer
 };
+
+const std::string alphanumerics = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+bool contains(const std::string &all, const std::string &part)
+{
+    return all.find(part) != std::string::npos;
+}
 
 } // namespace
 
@@ -91,4 +100,31 @@ TEST(HttpRequestHead, Is_refused_for_what_could_be_read_in_two_ways)
     }
     EXPECT_NE(SplitHead(Fields{{"Transfer-Encoding", "chunked"}}, "HTTP/1.0").head.fault(),
               QString());
+}
+
+TEST(HttpRequestHead, Takes_exactly_the_characters_of_a_token_in_the_name_of_a_field)
+{
+    for (int code = 0; code < 256; ++code) {
+        const std::string c(1, static_cast<char>(code));
+        const auto fault = SplitHead(Fields{{"Host", "a"}, {"X" + c + "X", "a"}}).head.fault();
+        EXPECT_EQ(fault.isNull(), contains(alphanumerics + "!#$%&'*+-.^_`|~", c)) << code;
+    }
+}
+
+TEST(HttpRequestHead, Takes_exactly_the_characters_of_an_authority_in_a_host)
+{
+    for (int code = 0; code < 256; ++code) {
+        const std::string c(1, static_cast<char>(code));
+        const auto fault = SplitHead(Fields{{"Host", "a" + c + "a"}}).head.fault();
+        EXPECT_EQ(fault.isNull(), contains(alphanumerics + "-._~%!$&'()*+,;=:[]", c)) << code;
+    }
+}
+
+TEST(HttpRequestHead, Takes_no_control_characters_but_the_tabulator_in_a_value)
+{
+    for (int code = 0; code < 256; ++code) {
+        const std::string c(1, static_cast<char>(code));
+        const auto fault = SplitHead(Fields{{"Host", "a"}, {"X", "a" + c + "a"}}).head.fault();
+        EXPECT_EQ(fault.isNull(), code == '\t' || (code >= ' ' && code != 0x7f)) << code;
+    }
 }
