@@ -20,6 +20,16 @@ TEST(BasicHeader, Finds_a_field_whatever_the_case_of_its_name)
         EXPECT_EQ(header.value(QLatin1String(name)), QStringLiteral("Касса 5")) << name;
 }
 
+TEST(BasicHeader, Finds_no_field_of_another_name_as_long)
+{
+    BasicHeader header;
+    header.addValue(QStringLiteral("Host"), QStringLiteral("a"));
+    EXPECT_TRUE(header.value(QStringLiteral("Date")).isNull());
+    header.setValue(QStringLiteral("Date"), QStringLiteral("b"));
+    EXPECT_EQ(header.value(QStringLiteral("Host")), QStringLiteral("a"));
+    EXPECT_EQ(header.value(QStringLiteral("Date")), QStringLiteral("b"));
+}
+
 TEST(BasicHeader, Tells_a_missing_field_from_an_empty_one)
 {
     BasicHeader header;
