@@ -131,6 +131,9 @@ TEST(TomlFile, With_a_key_of_more_than_64_parts_is_refused_with_its_line)
         EXPECT_EQ(errorOf(refused),
                   refused.toStdString() + ":7: a key has more than 64 parts; shorten it");
     }
+    EXPECT_EQ(errorOf(text.file(key(64) + " = 1\n")), "no error");
+    const auto first = text.file(key(65) + " = 1\n");
+    EXPECT_EQ(errorOf(first), first.toStdString() + ":1: a key has more than 64 parts; shorten it");
 }
 
 TEST(TomlFile, With_braces_and_brackets_that_do_not_match_is_refused)

@@ -169,6 +169,16 @@ TEST_F(PictureFilesTest, Are_not_announced_once_they_are_removed)
     expectNothingAnnounced();
 }
 
+TEST_F(PictureFilesTest, Are_announced_under_what_is_left_of_their_identifiers)
+{
+    addLoaded(milk, one);
+    files.add(milkBarcode, file);
+    files.remove(milk);
+    files.find(milkBarcode);
+    replace(file, two);
+    EXPECT_EQ(allAnnounced(), QStringList(announcement(milkBarcode, two)));
+}
+
 TEST_F(PictureFilesTest, Are_not_announced_when_the_file_has_vanished_since_it_was_read)
 {
     write(file, one);

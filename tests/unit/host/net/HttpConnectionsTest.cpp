@@ -1,5 +1,8 @@
 #include "HttpServerFixture.h"
 
+#include <HeldRequest.h>
+#include <HttpStream.h>
+
 #include <support/PrintQt.h>
 
 #include <QTcpSocket>
@@ -50,6 +53,52 @@ TEST_F(HttpServerRoom, Is_made_for_a_new_client_by_the_request_that_is_incomplet
     EXPECT_EQ(oldest->received(), QByteArray());
     EXPECT_TRUE(younger->isConnected());
     EXPECT_TRUE(third.isConnected());
+}
+
+TEST_F(HttpServerRoom, Is_made_by_the_request_that_began_first_though_its_body_began_last)
+{
+    startWithRoomFor(3);
+    const auto oldest = halfway();
+    const auto younger = halfway();
+    oldest->send("alhost\r\nContent-Length: 10\r\n\r\nx");
+    EXPECT_TRUE(isServing()); // by then the body has begun
+    RawClient third(server->port());
+    third.send(RawClient::request("/", "third"));
+    EXPECT_EQ(third.answer().status, 200);
+    RawClient fourth(server->port());
+    fourth.send(RawClient::request("/", "fourth"));
+    EXPECT_EQ(fourth.answer().status, 200);
+
+    EXPECT_TRUE(oldest->waitForClose());
+    EXPECT_TRUE(younger->isConnected());
+}
+
+TEST_F(HttpServerRoom, Is_not_made_by_a_stream_while_a_request_is_about_to_be_answered)
+{
+    startWithRoomFor(2);
+    std::shared_ptr<HttpStream> stream;
+    std::unique_ptr<RawClient> further;
+    handler = [&](const Arrival &arrival) {
+        if (arrival.body == "stream") {
+            stream = server->holdRequest()->answerWithStream({});
+            return;
+        }
+        if (arrival.body == "question") {
+            further = std::make_unique<RawClient>(server->port());
+            further->send(RawClient::request("/", "further"));
+            EXPECT_FALSE(further->waitForClose(300ms)); // longer than until the next try
+        }
+        answer(200);
+    };
+    RawClient reader(server->port());
+    reader.send(RawClient::request("/", "stream"));
+    ASSERT_TRUE(support::waitFor([&] { return stream != nullptr; }));
+    RawClient client(server->port());
+    client.send(RawClient::request("/", "question"));
+    EXPECT_EQ(client.answer().status, 200);
+    EXPECT_EQ(further->answer().status, 200);
+    EXPECT_TRUE(client.waitForClose());
+    EXPECT_FALSE(reader.waitForClose(100ms));
 }
 
 TEST_F(HttpServerRoom, Is_not_made_by_a_request_that_waits_but_by_its_answer)
