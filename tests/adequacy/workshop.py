@@ -11,7 +11,7 @@ import tempfile
 _NEAR_FOLDER = {
     "plugin": ["plugin_tests"],
     "view": ["view_tests", "thread_tests", "plugin_tests"],
-    "host/net": ["host_net_tests", "thread_tests", "pages_tests", "adservice_tests"],
+    "host/net": ["host_net_tests", "thread_tests", "pages_tests", "adservice_tests", "inbound_campaign"],
 }
 _ALWAYS = ["view_tests", "plugin_tests", "requests_tests", "delivery_tests"]
 _MEMORY = 4 << 30

@@ -13,6 +13,7 @@ struct Fault
     std::string name;
     bool letsRequestsArrive; ///< whole, at the display
     std::function<void(Outage &)> strike;
+    bool lastsUntilTimeOut = false; ///< of each post
 
     /// All of them.
     static std::vector<Fault> all();

@@ -25,6 +25,7 @@ protected:
     {
         const int runs = campaign::scaled(100, 1);
         const int warmUp = runs / 5;
+        setTimeoutFor(fault);
         ProcessState before;
         for (int run = 0; run < runs && !HasFailure(); ++run) {
             SCOPED_TRACE(run);

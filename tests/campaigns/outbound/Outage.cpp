@@ -69,8 +69,7 @@ Outage::Outage() : random(campaign::seed())
                     QStringLiteral("http://127.0.0.1:%1").arg(proxy.port()));
     config.setValue(QStringLiteral("ViewConnector:port"), 0);
     config.setValue(QStringLiteral("ViewConnector:interval"), static_cast<int>(interval.count()));
-    // A healthy answer may be late on a machine that is busy with other tests.
-    config.setValue(QStringLiteral("ViewConnector:timeout"), campaign::scaled(1, 2));
+    config.setValue(QStringLiteral("ViewConnector:timeout"), shortTimeout());
     m_plugin = std::make_unique<Connector>();
     m_plugin->init();
     EXPECT_TRUE(waitUntilAllIsSent()); // the configuration
@@ -81,6 +80,21 @@ Outage::~Outage()
 {
     heal();
     MockFactory<RestClient>::inject({});
+}
+
+/// A healthy answer may be late on a machine that is busy with other tests.
+int Outage::shortTimeout()
+{
+    return campaign::scaled(1, 2);
+}
+
+/// Where no post lasts until its time-out none should end by it, however busy the machine is: what
+/// was cut off so would not have arrived.
+void Outage::setTimeoutFor(const Fault &fault) const
+{
+    constexpr int longTimeout = 20;
+    QMetaObject::invokeMethod(m_plugin->client.data(), "setTimeout", Qt::BlockingQueuedConnection,
+                              Q_ARG(int, fault.lastsUntilTimeOut ? shortTimeout() : longTimeout));
 }
 
 void Outage::useTls()

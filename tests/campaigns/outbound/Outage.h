@@ -40,6 +40,9 @@ protected:
     Outage();
     ~Outage() override;
 
+    /// How long a post may take, before the fault strikes.
+    void setTimeoutFor(const Fault &fault) const;
+
     /// Everything works again, and the display gives this answer, which accepts.
     void heal(const support::ScriptedAnswer &healthy = support::ScriptedAnswer::ok());
 
@@ -61,8 +64,8 @@ protected:
 
     /// That all of these were delivered and no others, each with one attempt that succeeded, and
     /// that every request and every connection was an attempt of its own. In a whole campaign,
-    /// where nobody takes the time from an attempt: that every attempt arrived, or every one that
-    /// succeeded if the fault let none through.
+    /// whose posts have their time: that every attempt arrived, or every one that succeeded if the
+    /// fault let none through.
     void expectDelivered(const QList<int> &expected, const Fault &fault, int connections) const;
 
     /// Before the next outage: forgets what this one brought.
@@ -77,6 +80,7 @@ protected:
 private:
     class Connector;
 
+    static int shortTimeout();
     void setServerAddress(const QString &address) const;
 
     std::unique_ptr<Connector> m_plugin;
