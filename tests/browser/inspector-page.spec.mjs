@@ -120,6 +120,7 @@ test('With thousands of entries few rows exist, and the newest is among them', a
   expect(await rows(page).count()).toBeLessThan(80);
 
   for (let number = 0; number < 40; number += 1) await display.post('/content', { number });
+  await expect(chip(page, 'Content')).toHaveAccessibleDescription(/^1500 asked, 1540 sent/);
   await page.locator('#timeline').focus();
   await page.keyboard.press('End');
   await expect(cell(rows(page).last(), 'type')).toHaveText('Content');
