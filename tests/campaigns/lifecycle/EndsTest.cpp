@@ -97,6 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Share{"never-started", 2000, 10, 2}, Share{"starting", 1000, 6, 2},
                     Share{"idle", 1500, 6, 2}, Share{"waiting", 1500, 6, 2},
                     Share{"retrying", 1500, 6, 2}, Share{"posting", 1500, 6, 2},
+                    Share{"subscribing", 1000, 6, 2}, Share{"encrypting", 500, 2, 2},
                     Share{"posting-in-vain", 500, 2, 10}, Share{"connecting", 500, 2, 10}),
     [](const testing::TestParamInfo<Share> &tested) {
         std::string name = tested.param.state;

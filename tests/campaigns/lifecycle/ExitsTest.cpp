@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
     Ways, Exits,
     testing::Combine(testing::Values("return", "exit", "quick_exit", "drop-the-loader"),
                      testing::Values("never-started", "starting", "idle", "waiting", "retrying",
-                                     "posting-in-vain", "connecting")),
+                                     "posting-in-vain", "connecting", "subscribing")),
     [](const testing::TestParamInfo<std::tuple<const char *, const char *>> &tested) {
         auto name = std::string(std::get<0>(tested.param)) + "_" + std::get<1>(tested.param);
         std::replace(name.begin(), name.end(), '-', '_');

@@ -7,6 +7,7 @@
 #include <Receipt.h>
 #include <Singleton.h>
 
+#include <array>
 #include <stdexcept>
 
 namespace {
@@ -48,6 +49,8 @@ Life::Life(const std::string &state, std::mt19937 &random) : m_random(random)
         reachConnecting();
     else if (state == "encrypting")
         reachEncrypting();
+    else if (state == "subscribing")
+        reachSubscribing();
     else
         throw std::invalid_argument("unknown state: " + state);
     m_answersAtTheEnd = state == "posting";
@@ -58,9 +61,11 @@ Life::Life(const std::string &state, std::mt19937 &random) : m_random(random)
 /// Three messages then wait, each of its own type: settings, receipt and content.
 void Life::start(std::chrono::milliseconds interval, int postTimeoutSeconds)
 {
-    Singleton<Config>::instance().setValue(QStringLiteral("ViewConnector:timeout"),
-                                           postTimeoutSeconds);
-    Singleton<Config>::instance().setValue(QStringLiteral("View.Style:showImages"), true);
+    auto &config = Singleton<Config>::instance();
+    config.setValue(QStringLiteral("ViewConnector:timeout"), postTimeoutSeconds);
+    config.setValue(QStringLiteral("View.Style:showImages"), true);
+    config.setValue(QStringLiteral("ViewConnector.Ads:url"),
+                    m_adService ? m_adService->url().toString() : QVariant());
     const auto address =
         m_tls ? "https://127.0.0.1:" + std::to_string(m_tls->port()) : m_display.url();
     m_host = std::make_unique<bench::PluginHost>(address, interval);
@@ -114,6 +119,18 @@ void Life::reachEncrypting()
     m_tls->present(support::TlsIdentity::selfSigned());
     start(shortInterval);
     waitUntilLost();
+}
+
+void Life::reachSubscribing()
+{
+    using Answer = support::ScriptedAnswer;
+    const std::array answers{Answer::blackHole(), Answer::drippingHeader(1ms),
+                             Answer::dripping(1ms)};
+    m_adService = std::make_unique<support::ScriptedServer>();
+    m_adService->answer(answers.at(static_cast<std::size_t>(upTo(2))));
+    start(shortInterval);
+    waitUntil([this] { return m_adService->requestCount() == 1; },
+              "the plug-in does not subscribe");
 }
 
 void Life::waitUntilLost() const

@@ -6,6 +6,7 @@
 #include <support/FaultProxy.h>
 #include <support/LogCapture.h>
 #include <support/PluginHost.h>
+#include <support/ScriptedServer.h>
 
 #include <chrono>
 #include <memory>
@@ -27,7 +28,8 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `state` is one of "never-started", "starting", "idle", "waiting", "retrying", "posting",
-    /// "posting-in-vain", "connecting" and "encrypting", which ends in vain again and again.
+    /// "posting-in-vain", "connecting", "encrypting", which ends in vain again and again, and
+    /// "subscribing" to an ad service, which answers nothing, or never ends its head or body.
     Life(const std::string &state, std::mt19937 &random);
     Q_DISABLE_COPY_MOVE(Life)
 
@@ -42,6 +44,7 @@ private:
     void reachPosting(int postTimeoutSeconds = 1);
     void reachConnecting();
     void reachEncrypting();
+    void reachSubscribing();
     void waitUntilLost() const;
 
     int upTo(int most);
@@ -50,7 +53,8 @@ private:
     const support::LogCapture m_log;
     SteppedDisplay m_display;
     std::unique_ptr<support::FaultProxy> m_tls; // before the display, if it is one of https
-    std::unique_ptr<PluginLoader> m_loader;     // of a plug-in that is never started
-    std::unique_ptr<bench::PluginHost> m_host;  // of any other
+    std::unique_ptr<support::ScriptedServer> m_adService;
+    std::unique_ptr<PluginLoader> m_loader;    // of a plug-in that is never started
+    std::unique_ptr<bench::PluginHost> m_host; // of any other
     bool m_answersAtTheEnd = false;
 };

@@ -25,8 +25,10 @@ using namespace std::chrono_literals;
 using campaign::ProcessState;
 
 constexpr int exitCode = 42;
-/// What is allocated once, or kept for the next time, is there after so many.
+/// What is allocated once, or kept for the next time, is there after so many, and so many to the
+/// state in question, some of which take a second.
 constexpr int warmUpLives = 20;
+constexpr int warmUpLivesToState = 5;
 
 Life::Clock::duration liveOnce(const std::string &state, std::mt19937 &random)
 {
@@ -45,6 +47,8 @@ int live(const std::string &state, int lives, unsigned seed)
     const int threads = ProcessState::now().threads;
     for (int i = 0; i < warmUpLives; ++i)
         liveOnce("waiting", random);
+    for (int i = 0; i < warmUpLivesToState; ++i)
+        liveOnce(state, random);
     waitForEndedThreads(threads);
 
     const auto before = ProcessState::now();
