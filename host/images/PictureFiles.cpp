@@ -66,7 +66,6 @@ void PictureFiles::onChanged(const QString &fileName)
     if (file == m_files.end())
         return; // nobody's picture any more
     file->digest.clear();
-    file->isBroken = false;
 }
 
 void PictureFiles::onLoaded(const QString &fileName, const PictureFile &picture)

@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds pauseWithoutRoom = 100ms;
 constexpr int noDescriptor = -1;
 /// The library's memory for a connection: it keeps a record for each field, and builds the head of
 /// the answer beside that of the request.
-constexpr std::size_t poolPerHeaderByte = 2;
+constexpr std::size_t poolPerHeaderByte = 4;
 constexpr std::size_t poolReserveBytes = 8192;
 
 const Log4Qt::Logger *logger()

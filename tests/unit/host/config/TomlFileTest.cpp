@@ -169,4 +169,7 @@ TEST(TomlFile, That_is_too_large_is_named_and_not_read)
     ASSERT_TRUE(file.resize(16'777'217));
     EXPECT_EQ(errorOf(file.fileName()),
               file.fileName().toStdString() + ": cannot be read: it is larger than 16777216 bytes");
+    ASSERT_TRUE(file.resize(16'777'216));
+    EXPECT_THAT(errorOf(file.fileName()),
+                StartsWith(file.fileName().toStdString() + ":1:")); // read
 }

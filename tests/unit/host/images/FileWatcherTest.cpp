@@ -46,6 +46,19 @@ protected:
         expectNoChange();
     }
 
+    /// How many files and folders the system watches for this process.
+    static qsizetype watches()
+    {
+        qsizetype count = 0;
+        const QDir descriptors("/proc/self/fdinfo");
+        for (const auto &name : descriptors.entryList(QDir::Files)) {
+            QFile descriptor(descriptors.filePath(name));
+            if (descriptor.open(QIODevice::ReadOnly))
+                count += descriptor.readAll().count("inotify wd:");
+        }
+        return count;
+    }
+
     const QTemporaryDir folder;
     const QString file = folder.filePath("pictures/a.png");
     const bool made = QDir(folder.path()).mkdir("pictures");
@@ -248,4 +261,13 @@ TEST_F(FileWatcherTest, Lets_whoever_hears_of_a_change_remove_the_file)
     EXPECT_EQ(changes(), QStringList(file));
     write(file, "three");
     expectNoChange();
+}
+
+TEST_F(FileWatcherTest, Watches_no_file_that_was_removed)
+{
+    write(file, "a");
+    watchFile();
+    const auto before = watches();
+    watcher.remove(file);
+    EXPECT_EQ(watches(), before - 1);
 }

@@ -210,3 +210,22 @@ TEST_F(PictureFilesTest, May_be_removed_by_whoever_hears_of_the_first_of_them)
     files.find(milk);
     EXPECT_EQ(allAnnounced().size(), 1);
 }
+
+TEST_F(PictureFilesTest, Are_followed_when_they_are_added_again)
+{
+    addLoaded(milk, one);
+    files.remove(milk);
+    addLoaded(milk, one);
+    replace(file, two);
+    EXPECT_EQ(nextAnnounced(), QStringList(announcement(milk, two)));
+}
+
+TEST_F(PictureFilesTest, Are_not_given_as_they_were_before_the_file_vanished)
+{
+    addLoaded(milk, one);
+    ASSERT_TRUE(QFile::remove(file));
+    support::letPass(quiet);
+    write(file, two);
+    EXPECT_EQ(uriOf(milk), "");
+    EXPECT_EQ(nextAnnounced(), QStringList(announcement(milk, two)));
+}

@@ -4,7 +4,13 @@
 #include <support/LogCapture.h>
 #include <support/PrintQt.h>
 
+#include <QElapsedTimer>
+#include <QRegularExpression>
+
 #include <gmock/gmock.h>
+
+#include <chrono>
+#include <thread>
 
 namespace {
 
@@ -60,6 +66,18 @@ TEST_F(Availability, Tells_once_that_the_server_is_back_and_what_was_missed)
     ASSERT_EQ(lineCount(), 2);
     EXPECT_EQ(captured.lines().last().level, QtInfoMsg);
     EXPECT_THAT(text(1), MatchesRegex("Дисплей: .* [0-9]+\\.[0-9] .*: 12"));
+}
+
+TEST_F(Availability, Tells_in_seconds_how_long_the_server_was_gone)
+{
+    QElapsedTimer timer;
+    timer.start();
+    log.failed(QStringLiteral("причина"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    log.succeeded();
+    const auto told = QRegularExpression("через ([0-9.]+) с").match(captured.lines().last().text);
+    EXPECT_GE(told.captured(1).toDouble(), 0.1);
+    EXPECT_LE(told.captured(1).toDouble(), static_cast<double>(timer.elapsed()) / 1000 + 0.1);
 }
 
 TEST_F(Availability, Begins_anew_with_each_failure_after_a_success)

@@ -33,6 +33,9 @@ TEST_F(Refusals, Are_told_to_the_log_once_a_minute_with_the_number_left_out)
     refusals.note(Kind::Syntax, QStringLiteral("e"), begin + 120s);
     EXPECT_EQ(logged().last(), QStringLiteral("HTTP-сервер: e"));
     EXPECT_EQ(log.lines().last().level, QtWarningMsg);
+    refusals.note(Kind::Syntax, QStringLiteral("f"), begin + 130s);
+    refusals.note(Kind::Syntax, QStringLiteral("g"), begin + 180s);
+    EXPECT_EQ(logged().last(), QStringLiteral("HTTP-сервер: g; не записано таких же: 1"));
 }
 
 TEST_F(Refusals, Of_one_kind_do_not_hide_those_of_another)

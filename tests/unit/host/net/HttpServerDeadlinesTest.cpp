@@ -1,16 +1,13 @@
 #include "HttpServerFixture.h"
+#include "LazyClient.h"
 
 #include <support/ContextSwitches.h>
 #include <support/PrintQt.h>
 
 #include <gmock/gmock.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <array>
+#include <chrono>
+#include <ctime>
 
 namespace {
 
@@ -30,43 +27,16 @@ protected:
         }));
     }
 
+    /// Of all threads.
+    static std::chrono::duration<double> processorTime()
+    {
+        return std::chrono::duration<double>(static_cast<double>(std::clock()) / CLOCKS_PER_SEC);
+    }
+
     bool hasLogged(const QString &text) const
     {
         return !log.textsOf(QStringLiteral("httpserver")).filter(text).isEmpty();
     }
-};
-
-/// A client that asks and then takes nothing until it is told to.
-class LazyClient
-{
-public:
-    explicit LazyClient(int port) : m_socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address),
-                  0);
-        const auto request = RawClient::request("/", "question");
-        EXPECT_EQ(::write(m_socket, request.constData(), static_cast<std::size_t>(request.size())),
-                  request.size());
-    }
-    ~LazyClient() { ::close(m_socket); }
-    Q_DISABLE_COPY_MOVE(LazyClient)
-
-    /// How many bytes there are until the connection ends.
-    qint64 takeAll() const
-    {
-        std::array<char, 65'536> buffer{};
-        qint64 all = 0;
-        for (ssize_t got = 1; got > 0; all += std::max<ssize_t>(got, 0))
-            got = ::read(m_socket, buffer.data(), buffer.size());
-        return all;
-    }
-
-private:
-    const int m_socket;
 };
 
 } // namespace
@@ -154,4 +124,17 @@ TEST_F(HttpServerDeadlines, Keep_no_thread_awake_while_a_connection_is_silent)
     // What the answer still took, and a margin.
     EXPECT_LE(support::contextSwitchesOfOtherThreads().toWait - before, 3);
     EXPECT_TRUE(client.isConnected());
+}
+
+TEST_F(HttpServerDeadlines, Keep_no_thread_awake_once_they_have_passed)
+{
+    HttpServerOptions options;
+    options.headerTimeout = 1s;
+    start(options);
+    RawClient client(server->port());
+    client.send("POST");
+    EXPECT_TRUE(client.waitForClose());
+    const auto before = processorTime();
+    support::letPass(1s);
+    EXPECT_LT(processorTime() - before, 100ms);
 }

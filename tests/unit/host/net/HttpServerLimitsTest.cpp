@@ -120,6 +120,41 @@ TEST_F(HttpServerLimits, Let_a_header_of_the_limit_pass_and_refuse_a_longer_one)
     EXPECT_EQ(arrivals.size(), 1);
 }
 
+TEST_F(HttpServerLimits, Let_a_header_of_the_limit_pass_that_is_made_of_usual_fields)
+{
+    start();
+    QByteArray head = "GET / HTTP/1.1\r\nHost: localhost\r\n";
+    const QByteArray field = "X-Field-Of-A-Browser: " + QByteArray(16, 'x') + "\r\n";
+    while (head.size() + field.size() + 2 <= HttpServerOptions().maxHeaderBytes)
+        head += field;
+    RawClient client(server->port());
+    client.send(head + "\r\n");
+    EXPECT_EQ(client.answer().status, 200);
+}
+
+TEST_F(HttpServerLimits, Let_the_cookies_pass_that_a_browser_keeps_of_a_server)
+{
+    start();
+    QByteArray cookies = "Cookie: none=0";
+    for (int number = 0; number < 50; ++number) // RFC 6265, 6.1: as many at least
+        cookies += "; name" + QByteArray::number(number) + '=' + QByteArray(400, 'x');
+    RawClient client(server->port());
+    client.send("GET / HTTP/1.1\r\nHost: localhost\r\n" + cookies + "\r\n\r\n");
+    EXPECT_EQ(client.answer().status, 200);
+}
+
+TEST_F(HttpServerLimits, Let_250_arguments_of_a_query_pass_and_refuse_more_with_414)
+{
+    start();
+    for (const auto &[arguments, status] : {std::pair(250, 200), {251, 414}}) {
+        SCOPED_TRACE(arguments);
+        RawClient client(server->port());
+        client.send("GET /?a=b" + QByteArray("&a=b").repeated(arguments - 1) +
+                    " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+        EXPECT_EQ(client.answer().status, status);
+    }
+}
+
 TEST_F(HttpServerLimits, Refuse_a_target_that_is_too_long_with_414_and_fields_that_are_with_431)
 {
     start();

@@ -62,7 +62,7 @@ TEST_F(HttpStreams, Bring_each_piece_when_it_is_written)
     stream->write("one;");
     EXPECT_TRUE(hasReceived(client, "one;"));
     stream->write("two;");
-    EXPECT_TRUE(hasReceived(client, "two;"));
+    EXPECT_TRUE(hasReceived(client, "\r\n\r\n4\r\none;\r\n4\r\ntwo;\r\n")); // each a chunk
 }
 
 TEST_F(HttpStreams, Go_on_after_an_empty_piece)
@@ -171,6 +171,20 @@ TEST_F(HttpStreams, Cut_off_a_reader_that_lags_too_far_behind)
     const QByteArray piece(HttpStream::maxBacklogBytes / 4, 'x');
     for (int count = 0; count < 5 && stream->isOpen(); ++count)
         stream->write(piece); // the client reads nothing meanwhile
+    EXPECT_FALSE(stream->isOpen());
+}
+
+TEST_F(HttpStreams, May_be_as_far_ahead_of_their_reader_as_the_limit)
+{
+    start();
+    RawClient client(server->port());
+    open(client);
+    stream->write(QByteArray(HttpStream::maxBacklogBytes, 'x'));
+    EXPECT_TRUE(stream->isOpen());
+
+    RawClient other(server->port());
+    open(other);
+    stream->write(QByteArray(HttpStream::maxBacklogBytes + 1, 'x'));
     EXPECT_FALSE(stream->isOpen());
 }
 

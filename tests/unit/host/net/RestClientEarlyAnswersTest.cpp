@@ -5,6 +5,7 @@
 #include <support/LoopbackServer.h>
 #include <support/Wait.h>
 
+#include <QList>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 #include <curl/curl.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <optional>
@@ -27,8 +29,9 @@ const QByteArray closing = "HTTP/1.1 200 OK\r\nContent-Length: 0\r\nConnection: 
 class RestClientEarlyAnswers : public testing::Test
 {
 protected:
-    /// A server that answers each head with these bytes and reads the message after that.
-    void answer(const QByteArray &bytes)
+    /// A server that answers each head and reads the message after that: the first one with the
+    /// first of these, and so on, and all further ones with the last.
+    void answer(const QList<QByteArray> &each)
     {
         server.emplace([=, this](int socket, int) {
             QByteArray received;
@@ -36,6 +39,7 @@ protected:
                 const auto headEnd = received.indexOf("\r\n\r\n");
                 if (headEnd < 0)
                     continue;
+                const auto &bytes = each.at(std::min<qsizetype>(requests, each.size() - 1));
                 (void)send(socket, bytes.constData(), static_cast<std::size_t>(bytes.size()),
                            MSG_NOSIGNAL);
                 const auto size = headEnd + 4 + contentLength(received);
@@ -80,22 +84,29 @@ private:
 
 TEST_F(RestClientEarlyAnswers, Are_deliveries_if_the_message_is_read_after_them)
 {
-    answer(kept);
+    answer({kept});
     EXPECT_EQ(post(largerThanAnyBuffer), 0);
     EXPECT_TRUE(support::waitFor([&] { return requests == 1; }));
 }
 
 TEST_F(RestClientEarlyAnswers, Are_no_deliveries_if_the_connection_ends_with_them)
 {
-    answer(closing);
+    answer({closing});
     EXPECT_EQ(post(largerThanAnyBuffer), CURLE_SEND_ERROR);
 }
 
 TEST_F(RestClientEarlyAnswers, Are_taken_on_a_kept_connection_for_those_of_the_request_before)
 {
-    answer(kept);
+    answer({kept});
     EXPECT_EQ(post(10), 0);
     EXPECT_EQ(post(largerThanAnyBuffer), CURLE_SEND_ERROR);
     EXPECT_EQ(post(largerThanAnyBuffer), 0);
     EXPECT_EQ(server->connectionCount(), 2);
+}
+
+TEST_F(RestClientEarlyAnswers, That_refuse_keep_their_status_on_a_kept_connection)
+{
+    answer({kept, "HTTP/1.1 413 Content Too Large\r\nContent-Length: 0\r\n\r\n"});
+    EXPECT_EQ(post(10), 0);
+    EXPECT_EQ(post(largerThanAnyBuffer), 413);
 }

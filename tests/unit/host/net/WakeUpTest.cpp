@@ -33,6 +33,14 @@ protected:
     const WakeUp wakeUp;
 };
 
+/// A descriptor that is free is the lowest one.
+int nextDescriptor()
+{
+    const int descriptor = ::dup(STDERR_FILENO);
+    ::close(descriptor);
+    return descriptor;
+}
+
 } // namespace
 
 TEST_F(WakeUpTest, Lasts_no_longer_than_asked)
@@ -58,4 +66,15 @@ TEST_F(WakeUpTest, Is_not_needed_when_there_is_something_to_read)
 {
     ASSERT_EQ(::write(pipe.back(), "x", 1), 1);
     EXPECT_LT(waited(10s), 5s);
+}
+
+TEST_F(WakeUpTest, Leaves_no_descriptor)
+{
+    const int before = nextDescriptor();
+    {
+        const WakeUp another;
+        EXPECT_EQ(another.error(), 0);
+        EXPECT_GT(nextDescriptor(), before);
+    }
+    EXPECT_EQ(nextDescriptor(), before);
 }

@@ -70,6 +70,13 @@ TEST(PluginLoader, Refuses_an_object_that_is_no_plug_in_of_this_host)
     EXPECT_EQ(errorOf(name), name.toStdString() + ": its object is not a plug-in of this host");
 }
 
+TEST(PluginLoader, Keeps_no_library_whose_object_it_refuses)
+{
+    const auto name = QStringLiteral(FOREIGN_OBJECT_FILE);
+    errorOf(name);
+    EXPECT_FALSE(QPluginLoader(name).isLoaded());
+}
+
 TEST(PluginLoader, Refuses_a_plug_in_that_cannot_be_linked)
 {
     const QTemporaryDir folder;
