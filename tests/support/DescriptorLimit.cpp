@@ -1,5 +1,7 @@
 #include <support/DescriptorLimit.h>
 
+#include <unistd.h>
+
 namespace support {
 
 namespace {
@@ -12,6 +14,13 @@ rlimit present()
 }
 
 } // namespace
+
+int lowestFreeDescriptor()
+{
+    const int descriptor = ::dup(STDERR_FILENO);
+    ::close(descriptor);
+    return descriptor;
+}
 
 DescriptorLimit::DescriptorLimit(rlim_t limit) : m_previous(present())
 {

@@ -4,6 +4,9 @@
 
 namespace support {
 
+/// The descriptor that this process would be given next; as a limit it leaves none.
+int lowestFreeDescriptor();
+
 /// Another limit of this process's file descriptors, while it lives.
 class DescriptorLimit
 {

@@ -10,8 +10,6 @@
 #include <QTemporaryDir>
 #include <QThread>
 
-#include <unistd.h>
-
 #include <atomic>
 #include <memory>
 
@@ -119,9 +117,7 @@ TEST_F(PictureLoaderTest, Does_not_need_a_descriptor_to_begin)
 {
     const auto name = writeAs("a.png", encoded("PNG"));
     {
-        const int lowestFree = ::dup(STDERR_FILENO);
-        ::close(lowestFree);
-        const support::DescriptorLimit none(static_cast<rlim_t>(lowestFree));
+        const support::DescriptorLimit none(static_cast<rlim_t>(support::lowestFreeDescriptor()));
         loader->load(name);
         ASSERT_TRUE(support::waitFor([&] { return loaded.size() == 1; }));
     }

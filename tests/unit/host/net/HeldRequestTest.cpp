@@ -141,6 +141,14 @@ TEST_F(HeldRequests, May_outlive_their_client)
     EXPECT_TRUE(isServing());
 }
 
+TEST_F(HeldRequests, Are_answered_503_when_their_server_ends)
+{
+    RawClient client(server->port());
+    hold(client);
+    server.reset();
+    EXPECT_EQ(client.answer().status, 503);
+}
+
 TEST_F(HeldRequests, May_outlive_their_server)
 {
     RawClient client(server->port());

@@ -45,10 +45,12 @@ TEST_F(HttpListenerTest, Lacks_resources_without_a_descriptor_until_there_is_one
     const support::RawClient client(listener.port());
     ASSERT_TRUE(support::waitFor([&] { return listener.isAwaited(); }));
     {
-        const support::DescriptorLimit none(0);
+        const support::DescriptorLimit none(static_cast<rlim_t>(support::lowestFreeDescriptor()));
         EXPECT_FALSE(listener.accept());
         EXPECT_TRUE(listener.lacksResources());
     }
+    const support::RawClient later(listener.port());
+    ASSERT_TRUE(support::waitFor([&] { return listener.isAwaited(); }));
     const auto accepted = listener.accept();
     ASSERT_TRUE(accepted);
     EXPECT_FALSE(listener.lacksResources());

@@ -155,6 +155,24 @@ TEST_F(HttpServerLimits, Let_250_arguments_of_a_query_pass_and_refuse_more_with_
     }
 }
 
+TEST_F(HttpServerLimits, Of_the_header_of_a_request_leave_that_of_the_answer_its_room)
+{
+    HttpServerOptions options;
+    options.maxHeaderBytes = 100;
+    start(options);
+    const QString value(4000, u'x');
+    handler = [&](const Arrival &) {
+        ResponseHeader header;
+        header.setValue(QStringLiteral("X-Long"), value);
+        server->sendResponse(header, {});
+    };
+    RawClient client(server->port());
+    client.send("GET / HTTP/1.1\r\nHost: localhost\r\n\r\n");
+    const auto answer = client.answer();
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_TRUE(answer.header.contains("X-Long: " + value.toLatin1()));
+}
+
 TEST_F(HttpServerLimits, Refuse_a_target_that_is_too_long_with_414_and_fields_that_are_with_431)
 {
     start();

@@ -8,8 +8,6 @@
 
 #include <gmock/gmock.h>
 
-#include <unistd.h>
-
 namespace {
 
 class HttpServerListening : public HttpServerFixture
@@ -65,10 +63,9 @@ TEST_F(HttpServerListening, Fails_without_descriptors_and_says_so)
     for (rlim_t spare = 0; !hasListened; ++spare) {
         SCOPED_TRACE(spare);
         ASSERT_LT(spare, 20U);
-        const int lowestFree = ::dup(STDERR_FILENO);
-        ::close(lowestFree);
         {
-            const support::DescriptorLimit limit(static_cast<rlim_t>(lowestFree) + spare);
+            const support::DescriptorLimit limit(
+                static_cast<rlim_t>(support::lowestFreeDescriptor()) + spare);
             start();
         }
         hasListened = server->isListening();

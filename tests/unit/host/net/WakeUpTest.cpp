@@ -1,5 +1,7 @@
 #include <WakeUp.h>
 
+#include <support/DescriptorLimit.h>
+
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -33,14 +35,6 @@ protected:
     const WakeUp wakeUp;
 };
 
-/// A descriptor that is free is the lowest one.
-int nextDescriptor()
-{
-    const int descriptor = ::dup(STDERR_FILENO);
-    ::close(descriptor);
-    return descriptor;
-}
-
 } // namespace
 
 TEST_F(WakeUpTest, Lasts_no_longer_than_asked)
@@ -70,11 +64,11 @@ TEST_F(WakeUpTest, Is_not_needed_when_there_is_something_to_read)
 
 TEST_F(WakeUpTest, Leaves_no_descriptor)
 {
-    const int before = nextDescriptor();
+    const int before = support::lowestFreeDescriptor();
     {
         const WakeUp another;
         EXPECT_EQ(another.error(), 0);
-        EXPECT_GT(nextDescriptor(), before);
+        EXPECT_GT(support::lowestFreeDescriptor(), before);
     }
-    EXPECT_EQ(nextDescriptor(), before);
+    EXPECT_EQ(support::lowestFreeDescriptor(), before);
 }
