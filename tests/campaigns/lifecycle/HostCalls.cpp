@@ -1,10 +1,10 @@
 #include "HostCalls.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -71,14 +71,19 @@ bool isOfTheHost(const void *function)
            std::string_view(library.dli_fname).find("libregisterhost.so") != std::string_view::npos;
 }
 
-/// Not destructors and what they call, nor what the compiler or Qt's own makes of templates and
-/// classes.
-bool mayThrow(const std::string &function)
+bool containsAny(const std::string &text, std::initializer_list<std::string_view> parts)
 {
-    constexpr std::array<std::string_view, 4> others{"~", "cleaner", "std::_Rb_tree", "qt_meta"};
-    return std::none_of(others.begin(), others.end(), [&](std::string_view other) {
-        return function.find(other) != std::string::npos;
-    });
+    return std::any_of(parts.begin(), parts.end(),
+                       [&](std::string_view part) { return text.find(part) != std::string::npos; });
+}
+
+/// Not destructors and what they call, nor what Qt makes of classes. What is weak is what the
+/// compiler makes of inline functions and templates, most of them not the host's.
+bool mayThrow(const std::string &function, const ElfW(Sym) & symbol)
+{
+    if (ELF64_ST_BIND(symbol.st_info) == STB_WEAK)
+        return containsAny(function, {"Singleton<", "MockFactory<"});
+    return !containsAny(function, {"~", "cleaner", "qt_meta"});
 }
 
 } // namespace
@@ -126,11 +131,11 @@ std::vector<HostCall> hostCallsOf(const char *pluginFile)
     std::vector<HostCall> found;
     const auto bindings = bindingsOf(*library);
     for (const auto &call : bindings.calls) {
-        const auto *const name =
-            bindings.names + bindings.symbols[ELF64_R_SYM(call.r_info)].st_name;
+        const auto &symbol = bindings.symbols[ELF64_R_SYM(call.r_info)];
+        const auto *const name = bindings.names + symbol.st_name;
         auto *const function = dlsym(RTLD_DEFAULT, name);
         const auto text = demangled(name);
-        if (isOfTheHost(function) && mayThrow(text))
+        if (isOfTheHost(function) && mayThrow(text, symbol))
             found.emplace_back(text, reinterpret_cast<void **>(library->l_addr + call.r_offset),
                                function);
     }
