@@ -172,7 +172,7 @@ std::size_t HttpPost::onHeader(const char *data, std::size_t size, std::size_t c
     auto &post = *static_cast<HttpPost *>(self);
     const std::size_t bytes = size * count;
     const bool isFine = post.m_head.take({data, static_cast<qsizetype>(bytes)});
-    post.m_isEarly = post.m_isEarly || post.mayAnswerAnotherRequest();
+    post.m_isEarly = post.mayAnswerAnotherRequest();
     return isFine && !post.m_isEarly ? bytes : 0;
 }
 

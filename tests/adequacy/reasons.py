@@ -20,5 +20,6 @@ class Reasons:
         return self._reasons.get(subject)
 
     def unused(self):
-        """What has a reason and was not asked for."""
-        return [": ".join(subject) for subject in self._reasons if subject not in self._used]
+        """What has a reason, other than chance, and was not asked for."""
+        return [": ".join(subject) for subject, reason in self._reasons.items()
+                if subject not in self._used and not reason.startswith("By chance: ")]

@@ -84,6 +84,9 @@ TEST(TomlFile, Says_where_a_broken_file_is_broken)
         {"\n\n\nkey = \"never closed\n", ":4:"},
         {"bad = \"\xff\xfe\"\n", ":1:"},
         {"just text", ":1:"},
+        {"key = \"breaks off", ":1:"},
+        {"a = 1}\n}]\n", ":1:"},
+        {"a = [}]\n", ":1:"},
     };
     const TomlText text;
     for (const auto &[content, place] : rows) {
@@ -92,6 +95,13 @@ TEST(TomlFile, Says_where_a_broken_file_is_broken)
         EXPECT_THAT(errorOf(name), testing::MatchesRegex(".*shop\\.toml:[0-9]+:[0-9]+: .+"));
         EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + place));
     }
+}
+
+TEST(TomlFile, Bears_however_many_brackets)
+{
+    const TomlText text;
+    const auto name = text.file("a = " + QByteArray(100'000, '[') + "\nb.c = 1\n");
+    EXPECT_THAT(errorOf(name), StartsWith(name.toStdString() + ":1:"));
 }
 
 TEST(TomlFile, Says_the_column_too)

@@ -116,6 +116,9 @@ const Row refused[] = {
      "<?xml version=\"1.0\"?><!DOCTYPE svg [<!ATTLIST svg" +
          QByteArray(" a CDATA 'u'").repeated(400) + ">]>" + svg("x"),
      "объявления атрибутов больше 4096 байт"},
+    {"SVG that ends within a long declaration of attributes",
+     svg("x") + "<!ATTLIST svg" + QByteArray(" a CDATA 'u'").repeated(400),
+     "объявления атрибутов больше 4096 байт"},
     {"SVG that declares many attributes one after the other", svgOfDeclarations(41),
      "объявления атрибутов больше 4096 байт"},
     {"SVG of an encoding whose text is not looked through", utf16(svg("x")),
