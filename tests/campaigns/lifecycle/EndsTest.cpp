@@ -17,7 +17,7 @@ namespace {
 /// What the time of an end may be: in a campaign what is promised; in the short form, on a machine
 /// that is busy or under a sanitizer, still far less than the 20 s that a post may take there.
 const auto longestEnd = campaign::scaled(1100, 10'000) * 1ms;
-const qint64 mostGrowthMiB = campaign::scaled(4, 64); // sanitizers keep freed memory
+const qint64 mostGrowthMiB = campaign::scaled(2, 64); // sanitizers keep freed memory
 
 /// How often a plug-in ends in a state of its client, and over how many processes at once that is
 /// spread: some ends take a second.
