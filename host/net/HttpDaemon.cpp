@@ -138,13 +138,11 @@ HttpDaemon::~HttpDaemon()
     if (!m_handle)
         return;
     {
-        // The library wants no suspended connection when it stops.
+        // The library wants no suspended connection when it stops. Those are refused then.
         const std::lock_guard guard(m_mutex);
         m_closing = true;
-        for (const auto &[exchange, connection] : m_suspended) {
-            exchange->refuse(503);
-            MHD_resume_connection(connection);
-        }
+        for (const auto &suspended : m_suspended)
+            MHD_resume_connection(suspended.second);
         m_suspended.clear();
     }
     endStreams();
